@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: MIT
+#include "modalscript.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QTest>
+#include <QTimer>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int kPollMs = 5;
+
+void checkBox(const QMessageBox* box, const ModalScript::Box& expected)
+{
+    QVERIFY2(box, "the modal window is no message box");
+    QCOMPARE(box->icon(), expected.icon);
+    QCOMPARE(box->windowTitle(), expected.title);
+    QCOMPARE(box->text(), expected.text);
+    QCOMPARE(box->standardButtons(), expected.buttons);
+}
+
+} // namespace
+
+ModalScript::ModalScript()
+{
+    QTimer::singleShot(0, this, &ModalScript::poll);
+}
+
+ModalScript::~ModalScript()
+{
+    if (!steps.empty()) {
+        QTest::qFail("a modal window that was expected did not appear", __FILE__, __LINE__);
+    }
+}
+
+void ModalScript::answer(const Box& box, QMessageBox::StandardButton button)
+{
+    steps.emplace_back([box, button](QWidget* window) {
+        auto* shown = qobject_cast<QMessageBox*>(window);
+        checkBox(shown, box);
+        QAbstractButton* pressed = shown ? shown->button(button) : nullptr;
+        if (pressed) {
+            pressed->click();
+        } else {
+            QTest::keyClick(window, Qt::Key_Escape);
+        }
+    });
+}
+
+void ModalScript::answerQuestion(const QString& text, QMessageBox::StandardButtons buttons,
+                                 QMessageBox::StandardButton button)
+{
+    answer({QMessageBox::Question, QString(), text, buttons}, button);
+}
+
+void ModalScript::expect(const std::function<void(QWidget*)>& act)
+{
+    steps.push_back(act);
+}
+
+void ModalScript::poll()
+{
+    // One timer a look: a step may open a further modal window, in which this goes on.
+    QTimer::singleShot(kPollMs, this, &ModalScript::poll);
+    handled.erase(std::remove_if(handled.begin(), handled.end(),
+                                 [](const auto& shown) { return !shown || !shown->isVisible(); }),
+                  handled.end());
+    QWidget* window = QApplication::activeModalWidget();
+    if (!window || !window->isVisible() || handled.contains(window)) {
+        return;
+    }
+    handled.append(window);
+    if (steps.empty()) {
+        QTest::qFail("a modal window that nobody expected", __FILE__, __LINE__);
+        window->close();
+        return;
+    }
+    const auto act = steps.front();
+    steps.pop_front();
+    act(window);
+}

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QMessageBox>
+#include <QObject>
+#include <QPointer>
+#include <QVector>
+
+#include <deque>
+#include <functional>
+
+// Answers modal windows while the code under test waits in them: each step waits for its window
+// and acts on it, in the order in which the steps were given. A window that is not the one that
+// the next step expects is reported as a failure and closed, so that nothing hangs.
+class ModalScript : public QObject
+{
+    Q_OBJECT
+
+public:
+    struct Box
+    {
+        QMessageBox::Icon icon;
+        QString title;
+        QString text;
+        QMessageBox::StandardButtons buttons;
+    };
+
+    ModalScript();
+    ~ModalScript() override; // Fails the test if a step was not reached.
+
+    // Waits for a message box that looks so, and presses `answer` (NoButton: the Escape key).
+    void answer(const Box& box, QMessageBox::StandardButton answer);
+    // The same for a question without a title, as all questions of the program are.
+    void answerQuestion(const QString& text, QMessageBox::StandardButtons buttons,
+                        QMessageBox::StandardButton answer);
+    // Waits for any other modal window and hands it over; `act` must make it close.
+    void expect(const std::function<void(QWidget*)>& act);
+
+    bool isDone() const { return steps.empty(); }
+
+private:
+    void poll();
+
+    std::deque<std::function<void(QWidget*)>> steps;
+    QVector<QPointer<QWidget>> handled; // Stay open while others come and go above them.
+};

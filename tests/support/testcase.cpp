@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: MIT
+#include "testcase.h"
+
+#include "servers.h"
+
+#include <QApplication>
+#include <QMutex>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <cstdio>
+
+namespace {
+
+QMutex warningsLock; // Warnings may come from threads of libraries.
+QVector<QRegularExpression> announced;
+QStringList unannounced;
+QtMessageHandler previousHandler = nullptr;
+
+bool takeAnnounced(const QString& text)
+{
+    for (int i = 0; i < announced.size(); ++i) {
+        if (announced[i].match(text).hasMatch()) {
+            announced.remove(i);
+            return true;
+        }
+    }
+    return false;
+}
+
+// The offscreen platform says so of every window that has a smallest or a largest size.
+bool isRemarkOfThePlatform(const QString& text)
+{
+    return text == QLatin1String("This plugin does not support propagateSizeHints()");
+}
+
+void handleMessage(QtMsgType type, const QMessageLogContext& context, const QString& text)
+{
+    if (isRemarkOfThePlatform(text)) {
+        return;
+    }
+    if (type == QtWarningMsg || type == QtCriticalMsg) {
+        const QMutexLocker lock(&warningsLock);
+        if (takeAnnounced(text)) {
+            return;
+        }
+        unannounced.append(text);
+    }
+    previousHandler(type, context, text);
+}
+
+} // namespace
+
+// Read by the address sanitizer, where there is one. The offscreen platform never frees its screen;
+// the slow unwinder is needed to see through the system's libraries that it is that screen.
+// NOLINTBEGIN(bugprone-reserved-identifier): the sanitizer's names
+extern "C" const char* __lsan_default_suppressions()
+{
+    return "leak:libqoffscreen\n";
+}
+
+extern "C" const char* __asan_default_options()
+{
+    return "fast_unwind_on_malloc=0:print_suppressions=0";
+}
+// NOLINTEND(bugprone-reserved-identifier)
+
+void TestCase::expectWarning(const QString& pattern)
+{
+    const QMutexLocker lock(&warningsLock);
+    announced.append(QRegularExpression(pattern));
+}
+
+void TestCase::init()
+{
+    announced.clear();
+    unannounced.clear();
+    previousHandler = qInstallMessageHandler(handleMessage);
+}
+
+void TestCase::cleanup()
+{
+    qInstallMessageHandler(previousHandler);
+    const QMutexLocker lock(&warningsLock);
+    QVERIFY2(unannounced.isEmpty(), qPrintable(unannounced.join(QLatin1Char('\n'))));
+    QVERIFY2(announced.isEmpty() || QTest::currentTestFailed(),
+             "an announced warning did not come");
+}
+
+int runTestCase(int argc, char** argv, const std::function<std::unique_ptr<TestCase>()>& make)
+{
+    const QTemporaryDir configHome;
+    qputenv("XDG_CONFIG_HOME", configHome.path().toLocal8Bit());
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("VELT"));
+    const auto test = make();
+    return QTest::qExec(test.get(), argc, argv);
+}
+
+int runTestCaseOnDisplay(int argc, char** argv,
+                         const std::function<std::unique_ptr<TestCase>()>& make)
+{
+    constexpr const char* kIsChild = "VELT_TEST_ON_DISPLAY";
+    if (qEnvironmentVariableIsSet(kIsChild)) {
+        return runTestCase(argc, argv, make);
+    }
+    const QCoreApplication application(argc, argv);
+    const XServer server;
+    if (!server.isRunning()) {
+        std::puts(qPrintable(QStringLiteral("Totals: 0 passed, skipped: ") + server.why()));
+        return 0;
+    }
+    QProcess child;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QLatin1String(kIsChild), QStringLiteral("1"));
+    environment.insert(QStringLiteral("DISPLAY"), server.display());
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+    child.setProcessEnvironment(environment);
+    child.setProcessChannelMode(QProcess::ForwardedChannels);
+    child.start(QCoreApplication::applicationFilePath(), QCoreApplication::arguments().mid(1));
+    child.waitForFinished(-1);
+    return child.exitStatus() == QProcess::NormalExit ? child.exitCode() : 1;
+}

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QRegularExpression>
+#include <QTest>
+
+#include <functional>
+#include <memory>
+
+// Base of every test class. Any Qt warning that a test function did not announce fails it. A class
+// with an init() or cleanup() of its own calls the base's from there.
+class TestCase : public QObject
+{
+    Q_OBJECT
+
+protected:
+    // Announces one warning of the running test function; it fails if the warning does not come.
+    void expectWarning(const QString& pattern);
+
+protected slots:
+    void init();
+    void cleanup();
+};
+
+// Runs one test class: on the offscreen platform unless QT_QPA_PLATFORM says otherwise, as an
+// application named like the program, with an empty configuration home that goes away afterwards.
+int runTestCase(int argc, char** argv, const std::function<std::unique_ptr<TestCase>()>& make);
+
+// The same on a real X server of the test's own, which the environment variable DISPLAY names; the
+// test runs in a child process. Skipped, with the reason, where no X server can be started.
+int runTestCaseOnDisplay(int argc, char** argv,
+                         const std::function<std::unique_ptr<TestCase>()>& make);
+
+#define VELT_TEST_MAIN(Class)                                                                      \
+    int main(int argc, char** argv)                                                                \
+    {                                                                                              \
+        return runTestCase(argc, argv, [] { return std::make_unique<Class>(); });                  \
+    }
+
+#define VELT_DISPLAY_TEST_MAIN(Class)                                                              \
+    int main(int argc, char** argv)                                                                \
+    {                                                                                              \
+        return runTestCaseOnDisplay(argc, argv, [] { return std::make_unique<Class>(); });         \
+    }
