@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+#include <QVector>
+
+// The platform layer of tests: link velt_platform_recording instead of velt_platform. The running
+// applications are what the test says, nothing reaches a real one, and every key event and pause
+// is put into one list, in order. Pauses are not slept, so that sequences cost no time.
+//
+//     Recording::setApplications({{"Finder"}, {"Pro Tools"}});
+//     ... let the program locate bar 12 ...
+//     const int daw = 1;
+//     QCOMPARE(Recording::takeEvents(),
+//              Recording::Events{Recording::pause(100000)}
+//                  + Recording::presses(daw, {0x51, 0x53, 0x54, 0x4c}));
+//
+// One state for the whole test program, main thread only. Call reset() in init(): a test must not
+// see what an earlier one left.
+namespace Recording {
+
+struct Application
+{
+    enum Kind {
+        Other,
+        Own,     // The program itself, which lists of running applications include.
+        Nameless // Its name cannot be had.
+    };
+
+    // Not explicit, so that a list of names is a list of applications.
+    Application(const char* utf8Name, Kind kind = Other); // NOLINT(google-explicit-constructor)
+
+    QString name;
+    Kind kind;
+};
+
+struct Event
+{
+    enum Type { KeyDown, KeyUp, Pause };
+
+    Type type = Pause;
+    int application = 0; // Index in the list of applications, or kGone.
+    int key = 0;         // macOS virtual key code.
+    quint64 flags = 0;   // kCommand or 0.
+    unsigned int microseconds = 0;
+
+    bool operator==(const Event& other) const;
+    bool operator!=(const Event& other) const { return !(*this == other); }
+};
+using Events = QVector<Event>;
+
+constexpr quint64 kCommand = 0x100000;
+constexpr int kGone = -1; // Sent to an application of an earlier list.
+
+// No application, no event, no count.
+void reset();
+// What runs from now on, in the platform's order. What was found in an earlier list is gone, even
+// where the new one has an application of the same name.
+void setApplications(const QVector<Application>& applications);
+// Everything recorded since the last take or reset.
+Events takeEvents();
+// How often the running applications were enumerated since reset().
+int enumerations();
+// How many strings and key events the program has not released.
+int unreleased();
+
+// Expectations, to be joined by +. A press is down, 30 ms, up, 100 ms.
+Event pause(unsigned int microseconds);
+Events press(int application, int key, quint64 flags = 0);
+Events presses(int application, const QVector<int>& keys);
+
+// For the message of a failed QCOMPARE, such as "0x51 down to 1 with Command, 30000 us, ...".
+char* toString(const Event& event);
+char* toString(const Events& events);
+
+} // namespace Recording

@@ -1,0 +1,167 @@
+// SPDX-License-Identifier: MIT
+#include "x11connection.h"
+
+#include <array>
+#include <chrono>
+#include <csignal>
+#include <poll.h>
+#include <string_view>
+#include <utility>
+#include <xcb/res.h>
+#include <xcb/xcbext.h>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto kAnswerTime = 1000ms;
+constexpr std::uint32_t kMaxNumbers = 65536;
+
+// In the order of X11Connection::Atom.
+constexpr std::array<std::string_view, X11Connection::kAtoms> kAtomNames = {
+    "_NET_SUPPORTING_WM_CHECK", "_NET_CLIENT_LIST", "_NET_CLIENT_LIST_STACKING",
+    "_NET_ACTIVE_WINDOW", "_NET_WM_PID"};
+
+void ignoreBrokenPipes()
+{
+    struct sigaction current = {};
+    sigaction(SIGPIPE, nullptr, &current);
+    if (current.sa_handler == SIG_DFL) {
+        std::signal(SIGPIPE, SIG_IGN);
+    }
+}
+
+const xcb_screen_t* screenOf(xcb_connection_t* connection, int number)
+{
+    auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
+    for (; number > 0 && screens.rem > 1; --number) {
+        xcb_screen_next(&screens);
+    }
+    return screens.data;
+}
+
+} // namespace
+
+X11Connection::X11Connection()
+{
+    ignoreBrokenPipes();
+    int screen = 0;
+    connection.reset(xcb_connect(nullptr, &screen));
+    if (xcb_connection_has_error(connection.get())) {
+        return;
+    }
+    rootWindow = screenOf(connection.get(), screen)->root;
+    xcb_prefetch_extension_data(connection.get(), &xcb_res_id);
+    isReady = internAtoms();
+}
+
+bool X11Connection::internAtoms()
+{
+    std::array<xcb_intern_atom_cookie_t, kAtoms> requests = {};
+    for (std::size_t i = 0; i < kAtoms; ++i) {
+        requests[i] = xcb_intern_atom(xcb(), 0, static_cast<std::uint16_t>(kAtomNames[i].size()),
+                                      kAtomNames[i].data());
+    }
+    bool isComplete = true;
+    for (std::size_t i = 0; i < kAtoms; ++i) {
+        const auto atom = reply<xcb_intern_atom_reply_t>(requests[i].sequence);
+        atoms[i] = atom ? atom->atom : xcb_atom_t(XCB_ATOM_NONE);
+        isComplete = isComplete && atom;
+    }
+    return isComplete;
+}
+
+X11Connection::State X11Connection::state()
+{
+    readEvents();
+    if (!isReady || xcb_connection_has_error(xcb())) {
+        return Lost;
+    }
+    X11Reply<void> late;
+    if (unanswered && takeReply(*unanswered, late)) {
+        unanswered.reset();
+    }
+    return unanswered ? Hung : Working;
+}
+
+bool X11Connection::isDone(xcb_void_cookie_t request)
+{
+    // The server works in order: with the answer to a later request, the outcome of this is known.
+    const auto later = xcb_get_input_focus(xcb());
+    if (!reply<xcb_get_input_focus_reply_t>(later.sequence)) {
+        xcb_discard_reply(xcb(), request.sequence);
+        return false;
+    }
+    const X11Reply<xcb_generic_error_t> error(xcb_request_check(xcb(), request));
+    return !error;
+}
+
+xcb_get_property_cookie_t X11Connection::askNumbers(xcb_window_t window, Atom property,
+                                                    xcb_atom_t type)
+{
+    return xcb_get_property(xcb(), 0, window, atoms[property], type, 0, kMaxNumbers);
+}
+
+std::vector<std::uint32_t> X11Connection::numbers(xcb_get_property_cookie_t request)
+{
+    const auto property = reply<xcb_get_property_reply_t>(request.sequence);
+    if (!property || property->format != 32) {
+        return {};
+    }
+    const auto* const first =
+        static_cast<const std::uint32_t*>(xcb_get_property_value(property.get()));
+    return {first, first + property->value_len};
+}
+
+bool X11Connection::takeKeyMapChange()
+{
+    return std::exchange(isKeyMapChanged, false);
+}
+
+void* X11Connection::await(unsigned int sequence)
+{
+    if (unanswered) {
+        xcb_discard_reply(xcb(), sequence);
+        return nullptr;
+    }
+    xcb_flush(xcb());
+    const auto end = std::chrono::steady_clock::now() + kAnswerTime;
+    X11Reply<void> reply;
+    for (;;) {
+        readEvents();
+        if (takeReply(sequence, reply)) {
+            return reply.release();
+        }
+        const auto left =
+            std::chrono::ceil<std::chrono::milliseconds>(end - std::chrono::steady_clock::now());
+        if (left <= 0ms) {
+            unanswered = sequence;
+            return nullptr;
+        }
+        pollfd socket = {xcb_get_file_descriptor(xcb()), POLLIN, 0};
+        ::poll(&socket, 1, static_cast<int>(left.count()));
+    }
+}
+
+// Whether the request has had its outcome, a failure or the loss of the server included; `reply`
+// is empty then. Does not wait and does not read from the server.
+bool X11Connection::takeReply(unsigned int sequence, X11Reply<void>& reply)
+{
+    void* taken = nullptr;
+    xcb_generic_error_t* error = nullptr;
+    const bool hasOutcome = xcb_poll_for_reply(xcb(), sequence, &taken, &error) != 0;
+    const X11Reply<xcb_generic_error_t> dropped(error);
+    reply.reset(taken);
+    return hasOutcome;
+}
+
+// Reads what the server has sent, replies included. The only event that comes unasked for is the
+// change of a mapping.
+void X11Connection::readEvents()
+{
+    while (const auto event = X11Reply<xcb_generic_event_t>(xcb_poll_for_event(xcb()))) {
+        if ((event->response_type & 0x7fU) == XCB_MAPPING_NOTIFY) {
+            isKeyMapChanged = true;
+        }
+    }
+}

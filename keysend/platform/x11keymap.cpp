@@ -1,0 +1,132 @@
+// SPDX-License-Identifier: MIT
+#include "x11keymap.h"
+
+#include "x11connection.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace {
+
+// Keysyms by their names in keysymdef.h of the X protocol.
+constexpr xcb_keysym_t kNumLock = 0xff7f;
+constexpr xcb_keysym_t kKeypadDecimal = 0xffae;
+constexpr xcb_keysym_t kKeypad0 = 0xffb0;
+constexpr xcb_keysym_t kKeypad9 = 0xffb9;
+
+constexpr std::size_t kModifiers = 8; // Shift, Lock, Control, Mod1 to Mod5.
+constexpr unsigned int kLevels = 2;   // Of the first group: the first keysyms of a keycode.
+
+struct Place
+{
+    xcb_keysym_t keysym;
+    xcb_keycode_t keycode;
+};
+
+// Where the kernel's keyboards have the keys that the program types.
+constexpr std::array kUsualPlaces = {
+    Place{0x0020, 65},                                                 // space
+    Place{0x003b, 47},                                                 // semicolon
+    Place{0x0074, 28},                                                 // t
+    Place{0xff09, 23},                                                 // Tab
+    Place{0xff0d, 36},                                                 // Return
+    Place{0xff8d, 104},                                                // KP_Enter
+    Place{0xffbd, 125},                                                // KP_Equal
+    Place{kKeypadDecimal, 91}, Place{kKeypad0, 90}, Place{0xffb1, 87}, // KP_1
+    Place{0xffb2, 88},                                                 // KP_2
+    Place{0xffb3, 89},                                                 // KP_3
+    Place{0xffb4, 83},                                                 // KP_4
+    Place{0xffb5, 84},                                                 // KP_5
+    Place{0xffb6, 85},                                                 // KP_6
+    Place{0xffb7, 79},                                                 // KP_7
+    Place{0xffb8, 80},                                                 // KP_8
+    Place{kKeypad9, 81},
+};
+
+bool needsNumLock(xcb_keysym_t keysym)
+{
+    return keysym == kKeypadDecimal || (keysym >= kKeypad0 && keysym <= kKeypad9);
+}
+
+} // namespace
+
+X11KeyMap::X11KeyMap(xcb_keycode_t firstKeycode, unsigned int keysymsPerKeycode,
+                     std::vector<xcb_keysym_t> keysyms,
+                     const std::vector<xcb_keycode_t>& modifierRows)
+    : first(firstKeycode),
+      perKeycode(keysymsPerKeycode),
+      map(std::move(keysyms)),
+      numLock(findNumLock(modifierRows))
+{
+}
+
+std::optional<X11KeyMap> X11KeyMap::read(X11Connection& connection)
+{
+    const xcb_keycode_t firstKeycode = connection.setup().min_keycode;
+    const int count = connection.setup().max_keycode - firstKeycode + 1;
+    const auto askKeys =
+        xcb_get_keyboard_mapping(connection.xcb(), firstKeycode, static_cast<std::uint8_t>(count));
+    const auto askModifiers = xcb_get_modifier_mapping(connection.xcb());
+    const auto keys = connection.reply<xcb_get_keyboard_mapping_reply_t>(askKeys.sequence);
+    const auto rows = connection.reply<xcb_get_modifier_mapping_reply_t>(askModifiers.sequence);
+    if (!keys || !rows) {
+        return std::nullopt;
+    }
+    const xcb_keysym_t* const keysyms = xcb_get_keyboard_mapping_keysyms(keys.get());
+    const xcb_keycode_t* const codes = xcb_get_modifier_mapping_keycodes(rows.get());
+    return X11KeyMap(firstKeycode, keys->keysyms_per_keycode,
+                     {keysyms, keysyms + xcb_get_keyboard_mapping_keysyms_length(keys.get())},
+                     {codes, codes + xcb_get_modifier_mapping_keycodes_length(rows.get())});
+}
+
+std::optional<X11KeyMap::Stroke> X11KeyMap::stroke(xcb_keysym_t keysym) const
+{
+    const auto* const usual =
+        std::find_if(kUsualPlaces.begin(), kUsualPlaces.end(),
+                     [keysym](const Place& place) { return place.keysym == keysym; });
+    if (usual == kUsualPlaces.end()) {
+        return std::nullopt;
+    }
+    if (const auto level = levelOf(keysym, usual->keycode)) {
+        return Stroke{usual->keycode, modifiers(keysym, *level)};
+    }
+    const std::size_t end = first + map.size() / std::max(perKeycode, 1U);
+    for (std::size_t keycode = first; keycode < end; ++keycode) {
+        const auto code = static_cast<xcb_keycode_t>(keycode);
+        if (const auto level = levelOf(keysym, code)) {
+            return Stroke{code, modifiers(keysym, *level)};
+        }
+    }
+    return Stroke{usual->keycode, modifiers(keysym, 0)};
+}
+
+std::optional<int> X11KeyMap::levelOf(xcb_keysym_t keysym, xcb_keycode_t keycode) const
+{
+    for (unsigned int level = 0; level < std::min(kLevels, perKeycode); ++level) {
+        const std::size_t index = std::size_t(keycode - first) * perKeycode + level;
+        if (keycode >= first && index < map.size() && map[index] == keysym) {
+            return static_cast<int>(level);
+        }
+    }
+    return std::nullopt;
+}
+
+std::uint16_t X11KeyMap::modifiers(xcb_keysym_t keysym, int level) const
+{
+    if (needsNumLock(keysym) && numLock) {
+        return numLock;
+    }
+    return level == 1 ? XCB_MOD_MASK_SHIFT : 0;
+}
+
+std::uint16_t X11KeyMap::findNumLock(const std::vector<xcb_keycode_t>& modifierRows) const
+{
+    const std::size_t perRow = modifierRows.size() / kModifiers;
+    for (std::size_t i = 0; i < perRow * kModifiers; ++i) {
+        if (levelOf(kNumLock, modifierRows[i])) {
+            return static_cast<std::uint16_t>(1U << (i / perRow));
+        }
+    }
+    return 0;
+}

@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: MIT
+// The process and posting calls of macevents.h over X11. A process is one that owns a window of the
+// X server; its ProcessSerialNumber is its process id (low half) with its start time (high half),
+// so that a later process of the same id is not mistaken for it. Where there is no X server, no
+// process is found and events are lost.
+#include "cfobjects.h"
+#include "mackeys.h"
+#include "processinfo.h"
+#include "x11connection.h"
+#include "x11keymap.h"
+#include "x11windows.h"
+
+#include <algorithm>
+#include <chrono>
+#include <memory>
+#include <unistd.h>
+
+namespace {
+
+struct Session
+{
+    X11Connection connection;
+    std::optional<X11KeyMap> keyMap; // Read when it is needed.
+};
+
+// The session with the server, made at first use and again when the server was lost in between;
+// null if there is no server or it hangs.
+Session* session()
+{
+    static std::unique_ptr<Session> current;
+    if (!current || current->connection.state() == X11Connection::Lost) {
+        current = std::make_unique<Session>();
+    }
+    return current->connection.state() == X11Connection::Working ? current.get() : nullptr;
+}
+
+std::optional<ProcessSerialNumber> handleOf(pid_t pid)
+{
+    const auto start = processStartTime(pid);
+    if (!start) {
+        return std::nullopt;
+    }
+    return ProcessSerialNumber{static_cast<UInt32>(*start), static_cast<UInt32>(pid)};
+}
+
+bool isSame(const ProcessSerialNumber& one, const ProcessSerialNumber& other)
+{
+    return one.lowLongOfPSN == other.lowLongOfPSN && one.highLongOfPSN == other.highLongOfPSN;
+}
+
+bool isRunning(const ProcessSerialNumber& process)
+{
+    const auto now = handleOf(static_cast<pid_t>(process.lowLongOfPSN));
+    return now && isSame(*now, process);
+}
+
+// In the order of their start, as macOS lists them: which of two applications of one name comes
+// first does not depend on which was clicked last.
+std::vector<ProcessSerialNumber> findProcesses()
+{
+    std::vector<ProcessSerialNumber> found;
+    Session* const current = session();
+    if (!current) {
+        return found;
+    }
+    for (const pid_t pid : windowOwners(current->connection)) {
+        if (const auto handle = handleOf(pid)) {
+            found.push_back(*handle);
+        }
+    }
+    std::stable_sort(found.begin(), found.end(), [](const auto& one, const auto& other) {
+        return one.highLongOfPSN < other.highLongOfPSN;
+    });
+    return found;
+}
+
+// The server's clock in milliseconds, later at every call: receivers take a press at the time of
+// the release before it for auto-repeat.
+xcb_timestamp_t nextTime()
+{
+    static xcb_timestamp_t last = 0;
+    const auto now =
+        static_cast<xcb_timestamp_t>(std::chrono::duration_cast<std::chrono::milliseconds>(
+                                         std::chrono::steady_clock::now().time_since_epoch())
+                                         .count());
+    const bool isLater = static_cast<std::int32_t>(now - last) > 0; // It wraps after 49 days.
+    last = last == 0 || isLater ? now : last + 1;
+    return last;
+}
+
+// False if the window has gone, or the server.
+bool post(Session& current, xcb_window_t window, X11KeyMap::Stroke stroke, const __CGEvent& event)
+{
+    xcb_key_press_event_t message = {};
+    message.response_type = event.isDown ? XCB_KEY_PRESS : XCB_KEY_RELEASE;
+    message.detail = stroke.keycode;
+    message.time = nextTime();
+    message.root = current.connection.root();
+    message.event = window;
+    message.state = stroke.state;
+    if (event.flags & kCGEventFlagMaskCommand) {
+        message.state |= XCB_MOD_MASK_CONTROL; // What applications have here for Command.
+    }
+    message.same_screen = 1;
+    // Without an event mask the message goes to the client that made the window, whatever that
+    // client has selected.
+    return current.connection.isDone(
+        xcb_send_event_checked(current.connection.xcb(), 0, window, XCB_EVENT_MASK_NO_EVENT,
+                               reinterpret_cast<const char*>(&message)));
+}
+
+// The stroke by the key map as of the last reply.
+std::optional<X11KeyMap::Stroke> strokeFor(Session& current, std::uint32_t keysym)
+{
+    if (current.connection.takeKeyMapChange() || !current.keyMap) {
+        current.keyMap = X11KeyMap::read(current.connection);
+    }
+    return current.keyMap ? current.keyMap->stroke(keysym) : std::nullopt;
+}
+
+} // namespace
+
+OSErr GetCurrentProcess(ProcessSerialNumber* process)
+{
+    const auto own = handleOf(getpid());
+    if (!own) {
+        return procNotFound;
+    }
+    *process = *own;
+    return noErr;
+}
+
+OSErr GetNextProcess(ProcessSerialNumber* process)
+{
+    static std::vector<ProcessSerialNumber> processes; // Of the enumeration under way.
+    auto next = processes.begin();
+    if (process->lowLongOfPSN == kNoProcess) {
+        processes = findProcesses();
+        next = processes.begin();
+    } else {
+        next = std::find_if(processes.begin(), processes.end(),
+                            [process](const auto& one) { return isSame(one, *process); });
+        next = next == processes.end() ? next : next + 1;
+    }
+    if (next == processes.end()) {
+        return procNotFound;
+    }
+    *process = *next;
+    return noErr;
+}
+
+OSErr SameProcess(const ProcessSerialNumber* one, const ProcessSerialNumber* other, Boolean* result)
+{
+    *result = isSame(*one, *other);
+    return noErr;
+}
+
+OSStatus CopyProcessName(const ProcessSerialNumber* process, CFStringRef* name)
+{
+    const auto found = processName(static_cast<pid_t>(process->lowLongOfPSN));
+    if (!found || !isRunning(*process)) {
+        return procNotFound;
+    }
+    *name = createString(*found);
+    return noErr;
+}
+
+void CGEventPostToPSN(void* process, CGEventRef event)
+{
+    const auto& receiver = *static_cast<const ProcessSerialNumber*>(process);
+    const auto keysym = keysymForMacKey(event->key);
+    Session* const current = session();
+    if (!keysym || !current || !isRunning(receiver)) {
+        return;
+    }
+    // A window can close between being found and being written to, and the process have another.
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        const xcb_window_t window =
+            keyWindow(current->connection, static_cast<pid_t>(receiver.lowLongOfPSN));
+        const auto stroke =
+            window ? strokeFor(*current, *keysym) : std::optional<X11KeyMap::Stroke>();
+        if (!stroke || post(*current, window, *stroke, *event)) {
+            return;
+        }
+    }
+}

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#include "qkeyeventsend.h"
+
+#include "qkeyeventsendmac.h"
+
+#include "macevents.h"
+
+namespace {
+
+constexpr unsigned int kAfterKeyUs = 100000; // So that the DAW can follow.
+
+// kVK_ANSI_Keypad0 to kVK_ANSI_Keypad9; the code between 7 and 8 is no digit.
+constexpr unsigned char kKeypadDigits[] = {0x52, 0x53, 0x54, 0x55, 0x56,
+                                           0x57, 0x58, 0x59, 0x5b, 0x5c};
+
+} // namespace
+
+QKeyEventSend::QKeyEventSend() : backEnd(std::make_unique<QKeyEventSendMac>())
+{
+}
+
+QKeyEventSend::~QKeyEventSend() = default;
+
+void QKeyEventSend::setProcNameList()
+{
+    procNameList.clear();
+    backEnd->setProcessName();
+    for (int i = 0; i < backEnd->getProcNameCount(); ++i) {
+        procNameList.append(QString::fromLatin1(backEnd->getProcName(i)));
+    }
+}
+
+int QKeyEventSend::getPosFromProcName(const QString& name) const
+{
+    return procNameList.indexOf(name);
+}
+
+void QKeyEventSend::sendKeyEvent(int pos, unsigned char key, bool isCmd, bool isVirtualKey)
+{
+    const bool isDigit = !isVirtualKey && key >= '0' && key <= '9';
+    backEnd->sendKeyEvent(pos, isDigit ? kKeypadDigits[key - '0'] : key, isCmd ? 1 : 0);
+    pause(kAfterKeyUs);
+}
+
+void QKeyEventSend::pause(unsigned int microseconds)
+{
+    platformPause(microseconds);
+}
