@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: MIT
+#include "qmidiin.h"
+
+#include "midibackend.h"
+#include "qmidimessage.h"
+
+#include <QCoreApplication>
+#include <QDebug>
+#include <QEvent>
+
+#include <iostream>
+#include <utility>
+
+namespace {
+
+constexpr auto kClientName = "RtMidi Input Client";
+constexpr auto kPortName = "RtMidi Input";
+constexpr unsigned char kFirstSystemStatus = 0xF0;
+constexpr int kTracedChannelBase = 144; // A note-on of channel 1 is traced as channel 0.
+
+// Bytes of MIDI 1.0, at least one. Data bytes that are not there read as 0.
+std::unique_ptr<QMidiMessage> decode(double stampSeconds, const std::vector<unsigned char>& bytes)
+{
+    const auto data = [&bytes](std::size_t i) -> std::uint32_t {
+        return i < bytes.size() ? bytes[i] : 0;
+    };
+    const unsigned char first = bytes.front();
+    const bool isSystem = first >= kFirstSystemStatus;
+    const auto status = static_cast<QMidiStatus>(isSystem ? first : first & 0xF0U);
+
+    auto message = std::make_unique<QMidiMessage>();
+    message->setStatus(status)
+        ->setChannel(isSystem ? 0 : (first & 0x0FU) + 1)
+        ->setDeltaTime(1000 * stampSeconds);
+    switch (status) {
+    case MIDI_NOTE_OFF:
+    case MIDI_NOTE_ON:
+        message->setPitch(data(1))->setVelocity(data(2));
+        break;
+    case MIDI_KEY_PRESSURE:
+        message->setPitch(data(1))->setValue(data(2));
+        break;
+    case MIDI_CONTROL_CHANGE:
+        message->setControl(data(1))->setValue(data(2));
+        break;
+    case MIDI_PROGRAM_CHANGE:
+    case MIDI_CHANNEL_PRESSURE:
+        message->setValue(data(1));
+        break;
+    case MIDI_PITCH_BEND:
+        message->setValue(data(1) + 128 * data(2));
+        break;
+    case MIDI_SYSEX:
+        message->setSysExData(bytes);
+        break;
+    default:
+        break;
+    }
+    return message;
+}
+
+void writeTrace(double stampSeconds, const std::vector<unsigned char>& bytes)
+{
+    qDebug() << "channel" << static_cast<int>(bytes.front()) - kTracedChannelBase;
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        std::cout << "Byte " << i << " = " << static_cast<int>(bytes[i]) << ", ";
+    }
+    std::cout << "stamp = " << stampSeconds << '\n' << std::flush;
+}
+
+// Owns a message; posted to the message itself, it frees it on the message's thread, behind all
+// that was posted there before. (A queued functor would not do: the thread that posts it holds on
+// to it for a moment longer, and could be the last to let go.)
+class EndOfMessage : public QEvent
+{
+public:
+    explicit EndOfMessage(std::unique_ptr<QMidiMessage> message)
+        : QEvent(User), owner(std::move(message))
+    {
+    }
+
+private:
+    std::unique_ptr<QMidiMessage> owner;
+};
+
+} // namespace
+
+QMidiIn::QMidiIn(QObject* parent) : QObject(parent)
+{
+    qRegisterMetaType<QMidiMessage*>();
+    backEndOrNull();
+}
+
+QMidiIn::~QMidiIn() = default;
+
+QStringList QMidiIn::getPorts()
+{
+    RtMidiIn* midi = backEndOrNull();
+    return midi ? portNames(*midi) : QStringList();
+}
+
+void QMidiIn::openPort(unsigned int index)
+{
+    openChecked(backEndOrThrow(), index, kPortName);
+}
+
+void QMidiIn::openPort(const QString& name)
+{
+    const int index = portNames(backEndOrThrow()).indexOf(name);
+    if (index >= 0) {
+        openPort(static_cast<unsigned int>(index));
+    }
+}
+
+void QMidiIn::openVirtualPort(const QString& name)
+{
+    backEndOrThrow().openVirtualPort(name.toStdString());
+}
+
+void QMidiIn::closePort()
+{
+    if (backEnd) {
+        backEnd->closePort();
+    }
+}
+
+bool QMidiIn::isPortOpen() const
+{
+    return backEnd && backEnd->isPortOpen();
+}
+
+void QMidiIn::setIgnoreTypes(bool sysEx, bool timing, bool activeSensing)
+{
+    ignored = {sysEx, timing, activeSensing};
+    if (backEnd) {
+        backEnd->ignoreTypes(sysEx, timing, activeSensing);
+    }
+}
+
+void QMidiIn::dropBackEnd()
+{
+    backEnd.reset();
+}
+
+void QMidiIn::onMidiMessageReceive(QMidiMessage* message)
+{
+    message->moveToThread(thread());
+    emit midiMessageReceived(message);
+}
+
+void QMidiIn::callback(double timeStamp, std::vector<unsigned char>* bytes, void* port)
+{
+    if (bytes->empty()) {
+        return;
+    }
+    auto* self = static_cast<QMidiIn*>(port);
+    std::unique_ptr<QMidiMessage> owner = decode(timeStamp, *bytes);
+    QMidiMessage* message = owner.get();
+    message->moveToThread(self->thread());
+    // Three events for the port's thread, in this order: the trace, the delivery, the end. None is
+    // the port's own, so that a port that goes away before they are handled takes nothing with it
+    // that a receiver is still to get.
+    QMetaObject::invokeMethod(
+        message, [timeStamp, copy = *bytes] { writeTrace(timeStamp, copy); }, Qt::QueuedConnection);
+    self->onMidiMessageReceive(message);
+    QCoreApplication::postEvent(message, new EndOfMessage(std::move(owner)));
+}
+
+RtMidiIn& QMidiIn::backEndOrThrow()
+{
+    if (!backEnd) {
+        backEnd = makeBackEnd<RtMidiIn>(kClientName);
+        backEnd->setCallback(callback, this);
+        backEnd->ignoreTypes(ignored.sysEx, ignored.timing, ignored.activeSensing);
+    }
+    return *backEnd;
+}
+
+RtMidiIn* QMidiIn::backEndOrNull()
+{
+    try {
+        return &backEndOrThrow();
+    } catch (const RtMidiError&) {
+        return nullptr;
+    }
+}
