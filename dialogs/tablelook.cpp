@@ -1,0 +1,131 @@
+// SPDX-License-Identifier: MIT
+#include "tablelook.h"
+
+#include "editdata.h"
+
+#include <QPainter>
+#include <QPalette>
+#include <QProxyStyle>
+#include <QStyleOption>
+
+namespace TableLook {
+
+const QColor kSelectionBackground{QStringLiteral("#B4EFEF")};
+const QColor kSelectedText{QStringLiteral("#000000")};
+const QColor kSpaceBackground{QStringLiteral("#CDCDCD")};
+
+namespace {
+
+// The desktop's style, without the gradients that some draw over the colours of cells and headers.
+class FlatStyle : public QProxyStyle
+{
+public:
+    explicit FlatStyle(QObject* owner) { setParent(owner); }
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override
+    {
+        if (element == PE_FrameFocusRect) {
+            painter->setPen(option->palette.color(QPalette::Highlight).darker(150));
+            painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+            return;
+        }
+        const auto* item = qstyleoption_cast<const QStyleOptionViewItem*>(option);
+        if (element != PE_PanelItemViewItem || !item) {
+            QProxyStyle::drawPrimitive(element, option, painter, widget);
+        } else if (item->state.testFlag(State_Selected)) {
+            painter->fillRect(item->rect, item->palette.brush(QPalette::Highlight));
+        } else {
+            painter->fillRect(item->rect, item->backgroundBrush);
+        }
+    }
+
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override
+    {
+        if (element != CE_HeaderSection) {
+            QProxyStyle::drawControl(element, option, painter, widget);
+            return;
+        }
+        const QColor fill = option->palette.color(QPalette::Button);
+        painter->fillRect(option->rect, fill);
+        painter->setPen(fill.lighter(160));
+        painter->drawLine(option->rect.topRight(), option->rect.bottomRight());
+    }
+};
+
+} // namespace
+
+void styleTable(QTableWidget* table)
+{
+    table->setStyle(new FlatStyle(table));
+    QPalette palette = table->palette();
+    palette.setBrush(QPalette::All, QPalette::Highlight, kSelectionBackground);
+    palette.setBrush(QPalette::All, QPalette::HighlightedText, kSelectedText);
+    table->setPalette(palette);
+}
+
+void styleHeader(QHeaderView* header)
+{
+    header->setStyle(new FlatStyle(header));
+    header->setStyleSheet(
+        QStringLiteral("::section{Background-color:#185466;color:#FFFFFF;border-width:1px;}"));
+    header->setHighlightSections(false);
+}
+
+void insertRow(QTableWidget* table, int row)
+{
+    table->insertRow(row);
+    table->setRowHeight(row, kRowHeight);
+}
+
+namespace {
+
+QString titleOf(const EditDataSet& entry)
+{
+    return entry.SetType == kSetTypeSpace ? entry.SpaceName : entry.Song.SongTitle;
+}
+
+} // namespace
+
+void insertEntry(QTableWidget* table, int row, const EditDataSet& entry)
+{
+    const bool isSpace = entry.SetType == kSetTypeSpace;
+    auto* title = new QTableWidgetItem(titleOf(entry));
+    auto* cue = new QTableWidgetItem(entry.Cue);
+    if (isSpace) {
+        title->setTextAlignment(Qt::AlignHCenter | Qt::AlignVCenter);
+        title->setBackground(kSpaceBackground);
+        cue->setBackground(kSpaceBackground);
+    } else {
+        title->setFlags(title->flags() & ~Qt::ItemIsEditable);
+    }
+    insertRow(table, row);
+    table->setItem(row, 0, title);
+    table->setItem(row, 1, cue);
+}
+
+bool showsEntry(const QTableWidget* table, int row, const EditDataSet& entry)
+{
+    const QTableWidgetItem* title = table->item(row, 0);
+    const QTableWidgetItem* cue = table->item(row, 1);
+    if (!title || !cue) {
+        return false;
+    }
+    const bool isSpaceRow = title->flags().testFlag(Qt::ItemIsEditable);
+    return isSpaceRow == (entry.SetType == kSetTypeSpace) && title->text() == titleOf(entry) &&
+           cue->text() == entry.Cue;
+}
+
+Refill::Refill(QTableWidget* tableToFill) : table(tableToFill)
+{
+    table->setUpdatesEnabled(false);
+    table->setRowCount(0);
+}
+
+Refill::~Refill()
+{
+    table->setUpdatesEnabled(true);
+}
+
+} // namespace TableLook

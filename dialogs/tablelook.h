@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QColor>
+#include <QHeaderView>
+#include <QTableWidget>
+
+struct EditDataSet;
+
+// The one look of all tables, and how a row is filled with a set-list entry.
+namespace TableLook {
+
+constexpr int kRowHeight = 10; // Asked for; the style keeps rows as high as the text needs.
+
+extern const QColor kSelectionBackground; // #B4EFEF
+extern const QColor kSelectedText;        // #000000
+extern const QColor kSpaceBackground;     // #CDCDCD
+
+// The selection's colours on a table, in all states of the window, painted flat whatever the desktop's
+// style does with selections.
+void styleTable(QTableWidget* table);
+
+// White on flat dark teal; sections do not follow the selection.
+void styleHeader(QHeaderView* header);
+
+// Inserts an empty row of the standard height.
+void insertRow(QTableWidget* table, int row);
+
+// Inserts a row at `row` for one entry: title or space name in column 0, the cue in column 1. Song
+// titles cannot be edited in place; spaces are grey with a centred, editable name. The items are
+// default-styled otherwise.
+void insertEntry(QTableWidget* table, int row, const EditDataSet& entry);
+
+// True if the row reads like the entry: same kind, same texts.
+bool showsEntry(const QTableWidget* table, int row, const EditDataSet& entry);
+
+// Removes all rows of a table and keeps its updates off for as long as this lives, so that filling
+// it anew takes linear time.
+class Refill
+{
+public:
+    explicit Refill(QTableWidget* table);
+    ~Refill();
+    Q_DISABLE_COPY_MOVE(Refill)
+
+private:
+    QTableWidget* table;
+};
+
+} // namespace TableLook
