@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "editdata.h"
+
+#include <QDialog>
+
+#include <memory>
+#include <vector>
+
+class OperatorWindow;
+class QPushButton;
+
+namespace Ui {
+class EditDialog;
+} // namespace Ui
+
+// The editor of songs, shows and set lists. The operator window makes one, calls setDispFromEdit()
+// and then exec() each time it opens it; main thread only.
+//
+// There is no working copy: what the user types or presses is in the operator window's data at
+// once, and neither CANCEL nor a close without saving takes it back. The dialog adds the display,
+// a question before unsaved changes are left behind, and the files: OK and the Save answer write
+// the set-list file, SAVE AS and OPEN use one that the user picks. Failures of the files are
+// silent. The dialog neither reads nor writes its own geometry.
+//
+// Between two actions of the user, row i of each table shows element i of its list.
+class EditDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    // The data outlives the dialog. If `parent` is an OperatorWindow, it is told after each save.
+    // The tables stay empty until setDispFromEdit().
+    EditDialog(EditData* sharedData, QWidget* parent);
+    ~EditDialog() override;
+
+    // Shows the data anew, with the first show's set list; no changes count as unsaved.
+    void setDispFromEdit();
+
+private slots:
+    void on_pushShowListAdd_clicked();
+    void on_pushShowListDuplicate_clicked();
+    void on_pushShowListDelete_clicked();
+    void on_pushShowListAllDel_clicked();
+    void on_tableShowList_currentCellChanged(int currentRow, int currentColumn, int previousRow,
+                                             int previousColumn);
+    void on_tableShowList_cellChanged(int row, int column);
+
+    void on_pushSongListAdd_clicked();
+    void on_pushSongListDelete_clicked();
+    void on_pushSongListAllDel_clicked();
+    void on_tableSongList_itemSelectionChanged();
+    void on_tableSongList_cellChanged(int row, int column);
+
+    void on_pushSongInsert_clicked();
+    void on_pushAddSpace_clicked();
+    void on_pushSetDelete_clicked();
+    void on_tableSetList_itemSelectionChanged();
+    void on_pushSetUp_clicked();
+    void on_pushSetDown_clicked();
+    void on_tableSetList_cellChanged(int row, int column);
+    void on_listWidgetSong_itemSelectionChanged();
+
+    void on_pushOpen_clicked();
+    void on_pushSaveAs_clicked();
+    void on_pushOK_clicked();
+    void on_pushCancel_clicked();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void setUpTables();
+    void setUpSongListView();
+    void placeSongs(int half);
+    void placeShows(int half);
+    void placeSetList(int windowWidth, int full);
+    void placeBottomButtons(int windowHeight);
+    void commitOpenCell();
+    void saveSetListFile();
+
+    // These change widgets. All but moveSelectedEntries() are called with isUpdating set only.
+    // What disables the button that was pressed gives the focus to a table or list: the toolkit
+    // would hand it on to the next button, such as from Delete to All Del.
+    void fillShowTable();
+    void setShowButtonsEnabled(bool enabled);
+    void insertShow(int row, const EditDataShow& show);
+    void fillSongTable();
+    void setSongListView();
+    void copySongToSetLists(const EditDataSong& song);
+    void setSetList(int showIndex); // -1: no set list.
+    void redisplaySetListOf(int showIndex);
+    void insertSongs();
+    void moveSelectedEntries(int step, QPushButton* pressed);
+
+    std::unique_ptr<Ui::EditDialog> ui;
+    OperatorWindow* parentWindow; // Null if the parent is none.
+    EditData* editData;
+    // Set while a handler changes widgets and data, so that the signals this causes do nothing.
+    // Therefore a handler that selects rows itself leaves the buttons as it sets them.
+    bool isUpdating = false;
+    bool isChanged = false;                             // There are edits that no file has.
+    std::vector<EditDataSong> songListView;             // Row by row what listWidgetSong offers.
+    std::vector<EditDataSet>* currentSetList = nullptr; // In ShowList: what tableSetList shows.
+};

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+#include "editdialog_rows.h"
+
+#include <QTableWidget>
+
+#include <algorithm>
+
+namespace EditRows {
+
+int selected(const QTableWidget* table)
+{
+    const auto items = table->selectedItems();
+    return items.isEmpty() ? -1 : items.first()->row();
+}
+
+std::vector<int> allSelected(const QTableWidget* table)
+{
+    std::vector<int> rows;
+    for (const QItemSelectionRange& range : table->selectionModel()->selection()) {
+        for (int row = range.top(); row <= range.bottom(); ++row) {
+            rows.push_back(row);
+        }
+    }
+    std::sort(rows.begin(), rows.end());
+    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+    return rows;
+}
+
+void select(QTableWidget* table, int row)
+{
+    table->selectRow(row); // Where a later Shift+click begins; but it heeds keys held down now.
+    table->setCurrentCell(row, 0, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
+
+UpdatesOff::UpdatesOff(QTableWidget* tableToChange) : table(tableToChange)
+{
+    table->setUpdatesEnabled(false);
+}
+
+UpdatesOff::~UpdatesOff()
+{
+    table->setUpdatesEnabled(true);
+}
+
+void remove(QTableWidget* table, const std::vector<int>& rows)
+{
+    const UpdatesOff updatesOff(table);
+    for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
+        table->removeRow(*row);
+    }
+}
+
+} // namespace EditRows

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QtGlobal>
+
+#include <vector>
+
+class QTableWidget;
+
+// The rows of the editor's tables: which are selected, and taking them out.
+namespace EditRows {
+
+// The row of the first selected item, in the order in which the user selected; -1 if none is.
+int selected(const QTableWidget* table);
+
+// Every selected row once, ascending.
+std::vector<int> allSelected(const QTableWidget* table);
+
+// Selects this row alone and makes its first cell current, whatever keys are held down.
+void select(QTableWidget* table, int row);
+
+// Keeps a table from laying itself out after each of many rows that are inserted or removed.
+class UpdatesOff
+{
+public:
+    explicit UpdatesOff(QTableWidget* table);
+    ~UpdatesOff();
+    Q_DISABLE_COPY_MOVE(UpdatesOff)
+
+private:
+    QTableWidget* table;
+};
+
+// Removes the rows, given ascending.
+void remove(QTableWidget* table, const std::vector<int>& rows);
+
+// The same, and removes the elements at the same places of the list that the table shows.
+template <typename Element>
+void remove(QTableWidget* table, const std::vector<int>& rows, std::vector<Element>& list)
+{
+    remove(table, rows);
+    for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
+        list.erase(list.begin() + *row);
+    }
+}
+
+} // namespace EditRows
