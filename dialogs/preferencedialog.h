@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QColor>
+#include <QDialog>
+
+#include <array>
+#include <memory>
+
+class EditData;
+class OperatorWindow;
+class QComboBox;
+class QLineEdit;
+class QMidiIn;
+class QMidiOut;
+class QPushButton;
+
+namespace Ui {
+class PreferenceDialog;
+}
+
+// The preferences: DAW mode, MIDI ports, MMC device ID, key options, controller notes and row
+// colours. The operator window makes one, fills it by setDispFromEdit() before each exec() and
+// keeps it until it ends. Main thread only.
+//
+// The DAW mode is stored in the shared data at the click on its button, even if the dialog is then
+// left without saving. Everything else is stored by OK, or by Save where closing asks; then the
+// preference file is written and the operator window told. Leaving by CANCEL or Escape stores
+// nothing and does not ask.
+//
+// What the ports do is left to the operator window; here they are only asked for the names in the
+// system. A port that is null, or that cannot reach a MIDI system, has none.
+class PreferenceDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    // Nothing is owned; all must outlive the dialog. The operator window is found in `parent`;
+    // where that is none, the calls to it are left out.
+    PreferenceDialog(EditData* sharedData, QMidiIn* dawIn, QMidiIn* shortcutIn, QMidiOut* dawOut,
+                     QWidget* parent);
+    ~PreferenceDialog() override;
+
+    // Fills every widget from the preferences and lists the ports anew. A stored port that is not
+    // there shows as the first one that is, and so is stored by OK; for the controller, as none.
+    void setDispFromEdit();
+
+    // Stores what the widgets show, except the DAW mode. A device ID without a digit leaves the
+    // number as it was.
+    void setEditFromDisp();
+
+    // The note of a row of the controller table, 0 to 127: a higher one counts as 127, no octave as
+    // 0, a name that is not in the list as C.
+    static void setMidiNoteFromCombo(int& note, QComboBox* nameCombo, QComboBox* octaveCombo);
+
+    // Shows a note in a row of the controller table: a black key as the C of its octave, a note
+    // outside 0 to 127 as the nearest one inside.
+    static void setComboFromMidiNote(int note, QComboBox* nameCombo, QComboBox* octaveCombo);
+
+    // Fills a button with a colour in all its states. An invalid colour shows as black, which is
+    // how text of that colour is drawn.
+    static void setColorButtonStyle(QPushButton* button, const QColor& colour);
+
+private slots:
+    void on_comboMidiIn_currentIndexChanged(const QString& arg1);
+    void on_comboShortcutMidiIn_currentIndexChanged(const QString& arg1);
+    void on_comboMidiOut_currentIndexChanged(const QString& arg1);
+    void on_comboMidiCont_currentIndexChanged(int index);
+    void on_radioProBars_clicked(bool checked);
+    void on_radioProMarker_clicked(bool checked);
+    void on_radioStudioBars_clicked(bool checked);
+    void on_radioStudioMarker_clicked(bool checked);
+    void on_editDeviceID_textChanged(const QString& arg1);
+    void on_checkBoxArrowKey_clicked();
+    void on_checkBoxShowKey_clicked();
+    void on_pushSendColor_clicked();
+    void on_pushNextColor_clicked();
+    void on_pushOK_clicked();
+    void on_pushCancel_clicked();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    // The editors of one row of the controller table, children of the table.
+    struct NoteWidgets
+    {
+        QLineEdit* noteNameEdit = nullptr;
+        QLineEdit* octaveEdit = nullptr;
+        QComboBox* noteNameCombo = nullptr;
+        QComboBox* octaveCombo = nullptr;
+    };
+
+    // Controller notes and colours: preferencedialog_controller.cpp.
+    void setUpNoteTable();
+    void fitNoteTable();
+    void setUpColorFocus();
+    void setNotesFromEdit();
+    void setEditFromNotes();
+    void setColorsFromEdit();
+    void setEditFromColors();
+    void chooseColor(QColor& colour, QPushButton* button);
+
+    void connectSlots();
+    void setModeFromEdit();
+    void setPortsFromEdit();
+    void storeMode(bool checked, int mode);
+    void markIfChanged(const QString& shown, const QString& stored);
+    void savePreferences();
+
+    std::unique_ptr<Ui::PreferenceDialog> ui;
+    OperatorWindow* parentWindow;
+    EditData* editData;
+    QMidiIn* dawMidiIn;
+    QMidiIn* shortcutMidiIn;
+    QMidiOut* dawMidiOut;
+    QColor sendColor; // Being edited, as is nextColor.
+    QColor nextColor;
+    std::array<NoteWidgets, 5> noteRows;
+    bool isUpdating = false; // Widgets are being filled: the change slots do nothing.
+    bool isChanged = false;  // Something was changed since the last filling or saving.
+};
