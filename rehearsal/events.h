@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "locateparser.h"
+#include "midiports.h"
+
+#include <QString>
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+// The words for what happens, as they stand in the log and on standard output, and the way to
+// standard output. usageText() in usage.h lists them all for the user: keep the two together.
+//
+// Standard output gets one line an event, at once: the time in milliseconds with three decimals
+// (CLOCK_MONOTONIC, so that it compares with the times of other programs), a blank, the event.
+//
+// Order: a MIDI message has the time at which the library handed it over, on the library's thread;
+// a key the time at which the window got it, on the main thread. Before a key is dealt with, all
+// MIDI that arrived earlier is; so the times on standard output never go back. They are times of
+// arrival here: a message travels through the MIDI server, one or two of its periods long, and a
+// key that was sent right after it can overtake it.
+
+struct KeyPress
+{
+    bool isDown;
+    int macKey;           // kOtherKey: none of those that locating takes.
+    std::uint32_t keysym; // X keysym.
+    bool command;         // Control is what the Mac's Command is elsewhere.
+    bool isRepeat;        // Of a key that is held; the workstation ignores it.
+};
+
+QString midiText(const std::vector<unsigned char>& bytes);
+QString keyText(const KeyPress& key);
+QString locatedText(Place place, int number);
+QString transportText(bool isPlaying);
+QString noteText(bool wasSent, bool isOn, int note, MidiPorts::Out out);
+
+// Whether an MMC command for any device starts (true) or stops the transport; nothing for every
+// other message. MMC is Universal Real Time System Exclusive, sub-ID 06 (MIDI 1.0, RP-013).
+std::optional<bool> mmcStarts(const std::vector<unsigned char>& bytes);
+
+void printEvent(qint64 timeUs, const QString& text);

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "daw.h"
+
+#include <QWidget>
+
+#include <optional>
+
+// The workstation's counter, to be read from metres away: transport, what was located, or the
+// number that is being typed. A wrong sequence takes the whole area in red until the next entry is
+// opened. Everything scales with the widget.
+class LocateDisplay : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit LocateDisplay(QString dawName, QWidget* parent = nullptr);
+
+    void showPlaying(bool plays);
+    void showTyping(Place place, const QString& digits);
+    void showLocated(Place place, int number);
+    void showWrong(const QString& keys); // Such as "= 1 Tab (key does not belong here)".
+
+protected:
+    void paintEvent(QPaintEvent*) override;
+
+private:
+    enum State { Empty, Typing, Located, Wrong };
+
+    void change(State newState, const QString& newCaption, const QString& newText);
+    void paintTransport(QPainter& painter, const QRectF& area) const;
+    [[nodiscard]] QColor textColor() const;
+
+    QString name;
+    State state = Empty;
+    QString caption;
+    QString text;
+    bool isPlaying = false;
+};

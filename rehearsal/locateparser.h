@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "daw.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+// One thing that a key made the workstation do.
+struct DawEvent
+{
+    enum Kind {
+        Located,       // place and number say where.
+        WrongSequence, // text says which keys, and what is wrong with them.
+        TogglePlay,
+        Play,
+    };
+    Kind kind;
+    Place place = Place::Bar;
+    int number = 0;
+    QString text;
+};
+
+// Understands the keys that a workstation gets, as that workstation would. Pure: one key press in,
+// at most one event out; it knows no window, no clock and no MIDI. Releases and repeats of a key
+// are not its business.
+//
+//   Pro Tools   bar     keypad =    digits  keypad Enter
+//               marker  keypad .    digits  keypad .
+//   Studio One  bar     Command+T   digits  Return
+//               marker  Command+;   digits  keypad Enter
+//
+// Digits count on the keypad only. Any other key while an entry is open is a wrong sequence, and
+// so are an entry without digits, a number that no song can have, and digits while none is open.
+// What is left of a wrong sequence is swallowed; the next opening key starts afresh, even when it
+// is the wrong key itself. (Where a keypad "." closes a broken entry it opens the next one: the
+// workstation cannot know better.)
+//
+// While no entry is open Space starts and stops the transport in both; keypad Enter starts it in
+// Studio One. Other single keys, among them keypad 0 and Tab, for which the operator has buttons
+// too, are nothing wrong and do nothing.
+class LocateParser
+{
+public:
+    explicit LocateParser(Daw stoodInFor);
+
+    // `macKey` is a macOS virtual key code, or kOtherKey for a key that has none here; `command`
+    // is whether Command was held.
+    std::optional<DawEvent> press(int macKey, bool command);
+
+    // The entry that is being typed, for display. Nothing while none is open.
+    [[nodiscard]] std::optional<Place> openPlace() const;
+    [[nodiscard]] QString digits() const { return number; }
+
+private:
+    struct Sequence;
+    static const Sequence kSequences[];
+
+    bool openBy(int macKey, bool command);
+    std::optional<DawEvent> pressInEntry(int macKey, bool command);
+    std::optional<DawEvent> pressOutside(int macKey, bool command);
+    DawEvent wrong(const QString& reason);
+
+    Daw daw;
+    const Sequence* open = nullptr; // The entry being typed, if any.
+    QString number;                 // Its digits so far.
+    QStringList keys;               // Its keys so far, as they are called.
+    bool lost = false;              // Inside the rest of a wrong sequence.
+};

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+#include <QStringList>
+
+#include <array>
+#include <memory>
+#include <mutex>
+#include <vector>
+
+#include <RtMidi.h>
+
+// The MIDI ports of the stand-in workstation and its foot switch, all virtual: one input that takes
+// MMC, one output for the workstation's notes, one for the foot switch. Their names are the same
+// every run, because each port has a client of its own (two clients of one name would be numbered
+// by the MIDI server).
+//
+// Used from the main thread. The library delivers input on a thread of its own; there each message
+// gets its time and waits in the inbox until the main thread takes it.
+class MidiPorts : public QObject
+{
+    Q_OBJECT
+
+public:
+    enum Out { DawNotes, FootSwitch };
+
+    struct Message
+    {
+        qint64 timeUs; // Of arrival, CLOCK_MONOTONIC.
+        std::vector<unsigned char> bytes;
+    };
+    struct Inbox
+    {
+        std::vector<Message> messages; // In the order of arrival.
+        int dropped = 0;               // Messages that came when the inbox was full.
+        qint64 takenUs = 0;            // No message of a later inbox is older than this.
+    };
+
+    explicit MidiPorts(QObject* parent = nullptr);
+    ~MidiPorts() override;
+
+    // Opens all three ports, on the first of the library's systems that has them; false: there is
+    // none. Ports that were open are closed first, so this is also how to come back after the MIDI
+    // server was gone.
+    bool open();
+    // Gives what was sent last the time it takes to leave.
+    void close();
+    [[nodiscard]] bool isOpen() const { return input != nullptr && !serverLost; }
+
+    // As other programs see them while the ports are open; the numbers that ALSA appends, and that
+    // a JACK server gives a second rehearsal, are part of it.
+    [[nodiscard]] QString inputName() const { return inputPortName; }
+    [[nodiscard]] QString outputName(Out out) const { return outputs.at(out).name; }
+
+    // False: not sent, because no MIDI is there (any more).
+    bool send(Out out, const std::vector<unsigned char>& bytes);
+
+    // What has arrived since the last call.
+    Inbox takeInbox();
+
+signals:
+    // There is something in the inbox. Emitted on the library's thread: connect queued.
+    void received();
+
+private:
+    struct Output
+    {
+        std::unique_ptr<RtMidiOut> port;
+        QString name;
+    };
+
+    static void callback(double, std::vector<unsigned char>* bytes, void* ports);
+    bool openWith(RtMidi::Api api);
+    bool isServerThere();
+
+    std::mutex inboxLock;
+    Inbox inbox;
+
+    std::unique_ptr<RtMidiIn> input;
+    QString inputPortName;
+    std::array<Output, 2> outputs;
+    std::unique_ptr<RtMidiOut> probe; // See isServerThere().
+    bool serverLost = false;
+    qint64 probedUs = 0;
+    int sentSinceProbe = 0;
+    qint64 sentUs = 0;
+};

@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: MIT
+#include "process.h"
+
+#include <QCoreApplication>
+#include <QFile>
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr int kLineLimit = 1000; // Bytes; no command is nearly as long.
+
+std::array<int, 2> signalPipe = {-1, -1}; // Reading end, writing end.
+
+extern "C" void noteSignal(int)
+{
+    const int before = errno;
+    const char token = 0;
+    // A full pipe already holds what makes the program quit.
+    [[maybe_unused]] const auto written = ::write(signalPipe[1], &token, 1);
+    errno = before;
+}
+
+} // namespace
+
+void settleStandardStreams()
+{
+    int descriptor = 0;
+    do {
+        descriptor = ::open("/dev/null", O_RDWR);
+    } while (descriptor >= 0 && descriptor <= STDERR_FILENO);
+    if (descriptor >= 0) {
+        ::close(descriptor);
+    }
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGTTIN, SIG_IGN);
+}
+
+bool takeProcessName(const QByteArray& name)
+{
+    if (::prctl(PR_SET_NAME, name.constData()) != 0) {
+        return false;
+    }
+    QFile comm(QStringLiteral("/proc/self/comm"));
+    return comm.open(QIODevice::ReadOnly) && comm.readAll() == name + '\n';
+}
+
+QuitOnSignals::QuitOnSignals()
+{
+    if (::pipe2(signalPipe.data(), O_CLOEXEC | O_NONBLOCK) != 0) {
+        return; // The signals then end the program as they do by default.
+    }
+    auto* notifier = new QSocketNotifier(signalPipe[0], QSocketNotifier::Read, this);
+    connect(notifier, &QSocketNotifier::activated, this, [notifier] {
+        notifier->setEnabled(false);
+        QCoreApplication::quit();
+    });
+    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+        std::signal(number, noteSignal);
+    }
+}
+
+LineReader::LineReader(int readFrom)
+    : descriptor(readFrom), notifier(readFrom, QSocketNotifier::Read)
+{
+    connect(&notifier, &QSocketNotifier::activated, this, &LineReader::readSome);
+}
+
+void LineReader::readSome()
+{
+    std::array<char, 4096> chunk{};
+    const auto count = ::read(descriptor, chunk.data(), chunk.size());
+    if (count < 0 && (errno == EINTR || errno == EAGAIN)) {
+        return;
+    }
+    if (count <= 0) {
+        notifier.setEnabled(false);
+        pending.append('\n'); // The last line may lack its end.
+    } else {
+        pending.append(chunk.data(), static_cast<int>(count));
+    }
+    for (int end = pending.indexOf('\n'); end >= 0; end = pending.indexOf('\n')) {
+        const QString line = QString::fromUtf8(pending.left(end)).trimmed();
+        pending.remove(0, end + 1);
+        if (!line.isEmpty()) {
+            emit lineRead(line);
+        }
+    }
+    if (pending.size() > kLineLimit) {
+        pending.clear();
+    }
+}

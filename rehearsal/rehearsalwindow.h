@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "eventlog.h"
+#include "events.h"
+#include "locateparser.h"
+#include "midiports.h"
+#include "noteplayer.h"
+
+#include <QPushButton>
+#include <QWidget>
+
+#include <functional>
+#include <vector>
+
+class LocateDisplay;
+class QGridLayout;
+class QLabel;
+
+// The stand-in workstation's window. Every key that reaches it is the workstation's, except F1 to
+// F8, which are the buttons'. It takes keys while it is not active too, as those that another
+// program posts arrive: so no shortcuts, and no widget in it takes the focus.
+//
+// Everything that happens goes to the log and to standard output (see events.h). All on the main
+// thread.
+class RehearsalWindow : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit RehearsalWindow(Daw daw);
+    ~RehearsalWindow() override;
+
+    // A line of standard input (see usage.h).
+    void runCommand(const QString& line);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override { handleKey(event, true); }
+    void keyReleaseEvent(QKeyEvent* event) override { handleKey(event, false); }
+    bool focusNextPrevChild(bool) override { return false; } // Tab is a key like any other.
+    void showEvent(QShowEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    struct Action
+    {
+        int key; // Of Qt.
+        QPushButton* button;
+        std::function<void()> act;
+    };
+
+    void addButtons(QGridLayout* grid);
+    // A button that acts when it, or its key, goes down, as a foot switch does.
+    QPushButton* addButton(int key, const QString& text, const std::function<void()>& act);
+    QPushButton* addNoteButton(int key, const QString& text, MidiPorts::Out out, int note);
+    void openMidi();
+    void showMidiState();
+
+    void handleKey(QKeyEvent* event, bool isDown);
+    bool pressButton(const QKeyEvent& event, bool isDown); // False: no key of a button.
+    void react(const DawEvent& event, qint64 timeUs);
+    void setPlaying(bool plays, qint64 timeUs);
+    // Deals with the MIDI that has arrived; returns the time up to which that is all of it.
+    qint64 takeMidi();
+    void report(qint64 timeUs, const QString& text, EventLog::Tone tone = EventLog::Plain);
+
+    LocateParser parser;
+    MidiPorts ports;
+    NotePlayer player;
+    bool isPlaying = false;
+    bool isReady = false;
+    std::vector<Action> actions;
+
+    LocateDisplay* display;
+    EventLog* log;
+    QLabel* midiState;
+};
