@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+#include "exwidgets.h"
+
+namespace {
+
+constexpr int kCueColumn = 1;
+
+} // namespace
+
+template <typename Base>
+void ExWidget<Base>::keyPressEvent(QKeyEvent* event)
+{
+    if (owner) {
+        owner->onKeyEvent(event);
+    }
+}
+
+template <typename Base>
+void ExWidget<Base>::focusInEvent(QFocusEvent*)
+{
+    setFocusFlag(true);
+}
+
+template <typename Base>
+void ExWidget<Base>::focusOutEvent(QFocusEvent*)
+{
+    setFocusFlag(false);
+}
+
+template <typename Base>
+void ExWidget<Base>::setFocusFlag(bool hasFocus)
+{
+    focusFlag = hasFocus;
+    if (owner) {
+        owner->onFocus();
+    }
+}
+
+template class ExWidget<QPushButton>;
+template class ExWidget<QComboBox>;
+template class ExWidget<QCheckBox>;
+template class ExWidget<QTableWidget>;
+
+void ExPushButton::focusInEvent(QFocusEvent* event)
+{
+    if (owner && text() == QLatin1String("Edit")) {
+        owner->giveFocusToTable();
+        return;
+    }
+    ExWidget::focusInEvent(event);
+}
+
+void ExTableWidget::commitEditor(int row)
+{
+    const QModelIndex index = currentIndex();
+    if (state() != EditingState || index.row() != row) {
+        return;
+    }
+    if (QWidget* editor = indexWidget(index)) {
+        commitData(editor);
+    }
+}
+
+void ExTableWidget::keyPressEvent(QKeyEvent* event)
+{
+    const int key = event->key();
+    const bool moves = key == Qt::Key_Up || key == Qt::Key_Down;
+    const bool isForWindow = key == Qt::Key_Tab || key == Qt::Key_Left || key == Qt::Key_Right;
+    const bool editsCue = currentColumn() == kCueColumn && owner && !owner->isOperationOn();
+    if (moves || (editsCue && !isForWindow)) {
+        QTableWidget::keyPressEvent(event);
+    } else {
+        ExWidget::keyPressEvent(event);
+    }
+}

@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QKeyEvent>
+#include <QMainWindow>
+#include <QPushButton>
+#include <QTableWidget>
+
+// What the Ex widgets ask of the window they stand in, which takes keys and watches the focus for
+// all of them.
+class KeyAndFocusOwner
+{
+public:
+    virtual void onKeyEvent(QKeyEvent* event) = 0;
+    virtual void onFocus() = 0;
+    virtual bool isOperationOn() const = 0;
+    virtual void giveFocusToTable() = 0;
+
+protected:
+    KeyAndFocusOwner() = default;
+    ~KeyAndFocusOwner() = default;
+    KeyAndFocusOwner(const KeyAndFocusOwner&) = default;
+    KeyAndFocusOwner& operator=(const KeyAndFocusOwner&) = default;
+};
+
+// A toolkit widget that hands every key press to its window instead of interpreting it, and tells
+// the window when it gets or loses the keyboard focus. Made without a parent; the window's layouts
+// give it one. The window must be a KeyAndFocusOwner, else keys and focus changes are dropped.
+template <typename Base>
+class ExWidget : public Base
+{
+public:
+    explicit ExWidget(QMainWindow* window) : owner(dynamic_cast<KeyAndFocusOwner*>(window)) {}
+
+    bool hasFocusFlag() const { return focusFlag; }
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+    bool focusFlag = false;  // The widget holds the keyboard focus.
+    KeyAndFocusOwner* owner; // Not owned; null outside an operator window.
+
+private:
+    void setFocusFlag(bool hasFocus);
+};
+
+// A button whose text is "Edit" passes the focus on to the set-list table.
+class ExPushButton : public ExWidget<QPushButton>
+{
+    Q_OBJECT
+
+public:
+    using ExWidget::ExWidget;
+
+protected:
+    void focusInEvent(QFocusEvent* event) override;
+};
+
+class ExComboBox : public ExWidget<QComboBox>
+{
+    Q_OBJECT
+
+public:
+    using ExWidget::ExWidget;
+};
+
+class ExCheckBox : public ExWidget<QCheckBox>
+{
+    Q_OBJECT
+
+public:
+    using ExWidget::ExWidget;
+};
+
+// The set-list table: Up and Down move in it, and while no run is in progress its "Cue" column
+// takes keys to edit the cue.
+class ExTableWidget : public ExWidget<QTableWidget>
+{
+    Q_OBJECT
+
+public:
+    using ExWidget::ExWidget;
+
+    // Handles a key press as if it had been typed here, whatever has the focus, also while a
+    // modal dialog is open.
+    void pressKey(QKeyEvent* event) { keyPressEvent(event); }
+
+    // Stores what is being typed into a cell of this row, if anything is.
+    void commitEditor(int row);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+};

@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: MIT
+#include "mainwindow.h"
+
+#include <QGroupBox>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int kMinimumButtonWidth = 25;
+constexpr int kIconSize = 24;
+
+} // namespace
+
+void MainWindow::setPreferenceData()
+{
+    const bool isStudioOne = isStudioOneMode(editData.Mode);
+    setSendButtonEnabled(sendTab, !isStudioOne);
+    setSendButtonEnabled(sendSpace, !isStudioOne);
+    setSendButtonEnabled(sendEnter, isStudioOne);
+    setSendButtonIsShow(editData.ShowKeyButton);
+    processPos = -1;
+}
+
+void MainWindow::onKeyEvent(QKeyEvent* event)
+{
+    const bool isProTools =
+        editData.Mode == kModeProToolsBars || editData.Mode == kModeProToolsMarker;
+    switch (event->key()) {
+    case Qt::Key_Space:
+        if (isProTools) {
+            sendSpace->animateClick(kClickMs);
+        }
+        break;
+    case Qt::Key_0:
+        send0->animateClick(kClickMs);
+        break;
+    case Qt::Key_Tab:
+        if (isProTools) {
+            sendTab->animateClick(kClickMs);
+        }
+        break;
+    case Qt::Key_Enter:
+        if (isStudioOneMode(editData.Mode)) {
+            sendEnter->animateClick(kClickMs);
+        }
+        break;
+    default:
+        break;
+    }
+}
+
+void MainWindow::keyPressEvent(QKeyEvent*)
+{
+}
+
+void MainWindow::focusInEvent(QFocusEvent*)
+{
+    setFocusFlag(true);
+}
+
+void MainWindow::focusOutEvent(QFocusEvent*)
+{
+    setFocusFlag(false);
+}
+
+void MainWindow::setFocusFlag(bool hasFocus)
+{
+    focusFlag = hasFocus;
+    onFocus();
+}
+
+void MainWindow::onFocus()
+{
+    const ExPushButton* const buttons[] = {pushReset,    pushEdit,    pushPreference, sendLocate,
+                                           sendDawStart, sendDawStop, sendTab,        sendSpace,
+                                           sendEnter,    send0};
+    const bool isButtonFocused = std::any_of(std::begin(buttons), std::end(buttons),
+                                             [](const auto* b) { return b->hasFocusFlag(); });
+    if (focusFlag || isButtonFocused || comboMode->hasFocusFlag() ||
+        comboShowList->hasFocusFlag() || tableSetList->hasFocusFlag()) {
+        setFocusStyleOn();
+    } else {
+        setFocusStyleOff();
+    }
+}
+
+void MainWindow::setFocusStyleOn()
+{
+    groupBoxSend->setStyleSheet(QStringLiteral(
+        " QGroupBox {background-color:#ffcc00;border-style: solid;border-radius: 10;} "));
+}
+
+void MainWindow::setFocusStyleOff()
+{
+    groupBoxSend->setStyleSheet(QStringLiteral(
+        " QGroupBox {background-color:#4B4B4B;border-style: solid;border-radius: 10;} "));
+}
+
+void MainWindow::setSendButtonEnabled(ExPushButton* button, bool enabled)
+{
+    const QString color = enabled ? QStringLiteral("#767471;") : QStringLiteral("#b3b0ab;");
+    button->setStyleSheet(
+        QStringLiteral(" QPushButton:hover {background-color:#C4EFEF;} "
+                       " QPushButton:pressed {background-color:#ff6600;border:1px solid #cc0000;} "
+                       " QPushButton {height: 30px;background-color:") +
+        color + QStringLiteral("border-style: solid;border-radius: 10;} "));
+    button->setEnabled(enabled);
+}
+
+void MainWindow::setSendButtonStyle(ExPushButton* button, const QString& iconPath)
+{
+    button->setMinimumWidth(kMinimumButtonWidth);
+    button->setIcon(QIcon(iconPath));
+    button->setIconSize(QSize(kIconSize, kIconSize));
+}

@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: MIT
+#include "mainwindow.h"
+#include "messageboxes.h"
+#include "qmidiin.h"
+#include "qmidimessage.h"
+#include "qmidiout.h"
+
+#include <RtMidi.h>
+
+namespace {
+
+// The notes with which the DAW reports the end of a song.
+constexpr std::uint32_t kEndOfSongNote = 24;
+constexpr std::uint32_t kOtherEndOfSongNote = 36;
+
+enum RunMode { MANUAL = 0, AUTO_STOP = 1, AUTO_LOCATE = 2 };
+
+} // namespace
+
+void MainWindow::connectMidi()
+{
+    connect(midiIn, &QMidiIn::midiMessageReceived, this, &MainWindow::onMidiReceive);
+    connect(shortcutMidiIn, &QMidiIn::midiMessageReceived, this,
+            &MainWindow::onShortcutMidiReceive);
+}
+
+void MainWindow::midiReconnect()
+{
+    for (const PortError& error : reopenMidiPorts()) {
+        MessageBoxes::critical(this, error.title, error.text);
+    }
+}
+
+// Closes the ports and opens them by the names of the preferences. A named port that stays closed
+// may be one of a MIDI server that died and came back, which nothing of the old connection can
+// reach: then all connections are given up before any is made anew.
+std::vector<MainWindow::PortError> MainWindow::reopenMidiPorts()
+{
+    closeMidiPorts();
+    const std::vector<PortError> errors = openMidiPorts();
+    if (isEveryNamedPortOpen()) {
+        return errors;
+    }
+    midiIn->dropBackEnd();
+    shortcutMidiIn->dropBackEnd();
+    midiOut->dropBackEnd();
+    return openMidiPorts();
+}
+
+bool MainWindow::isEveryNamedPortOpen() const
+{
+    return (editData.MidiInPort.isEmpty() || midiIn->isPortOpen()) &&
+           (editData.ShortcutMidiInPort.isEmpty() || shortcutMidiIn->isPortOpen()) &&
+           (editData.MidiOutPort.isEmpty() || midiOut->isPortOpen());
+}
+
+void MainWindow::closeMidiPorts()
+{
+    if (midiIn->isPortOpen()) {
+        midiIn->closePort();
+    }
+    if (shortcutMidiIn->isPortOpen()) {
+        shortcutMidiIn->closePort();
+    }
+    if (midiOut->isPortOpen()) {
+        midiOut->closePort();
+    }
+}
+
+// Opens the ports that the preferences name, each whatever becomes of the others. A name that no
+// present port has opens nothing and is no error.
+std::vector<MainWindow::PortError> MainWindow::openMidiPorts()
+{
+    std::vector<PortError> errors;
+    const auto attempt = [&errors](const QString& title, const auto& open) {
+        try {
+            open();
+        } catch (const RtMidiError& error) {
+            errors.push_back({title, QString::fromStdString(error.getMessage())});
+        }
+    };
+    if (!editData.MidiInPort.isEmpty()) {
+        attempt(tr("Midi In Open Error"), [this] { midiIn->openPort(editData.MidiInPort); });
+    }
+    if (!editData.ShortcutMidiInPort.isEmpty()) {
+        attempt(tr("Shortcut Midi In Open Error"),
+                [this] { shortcutMidiIn->openPort(editData.ShortcutMidiInPort); });
+    }
+    if (!editData.MidiOutPort.isEmpty()) {
+        attempt(tr("Midi Out Open Error"), [this] {
+            const int index = midiOut->getPorts().indexOf(editData.MidiOutPort);
+            if (index != -1) {
+                midiOut->openPort(static_cast<unsigned int>(index));
+            }
+        });
+    }
+    return errors;
+}
+
+// A MIDI system that lists nothing at all may be gone for good: try a new connection, so that the
+// preferences can list the ports of a server that came back.
+void MainWindow::renewDeadMidiConnection()
+{
+    const auto listsNothing = [this] {
+        return midiIn->getPorts().isEmpty() && shortcutMidiIn->getPorts().isEmpty() &&
+               midiOut->getPorts().isEmpty();
+    };
+    try {
+        if (listsNothing()) {
+            reopenMidiPorts();
+        }
+    } catch (const RtMidiError& error) {
+        qWarning("The MIDI ports cannot be listed: %s", error.what());
+    }
+}
+
+void MainWindow::onMidiReceive(QMidiMessage* pMidMsg)
+{
+    if (!pMidMsg || !operationOn || pMidMsg->getStatus() != MIDI_NOTE_OFF) {
+        return;
+    }
+    const std::uint32_t note = pMidMsg->getPitch();
+    if (note != kEndOfSongNote && note != kOtherEndOfSongNote) {
+        return;
+    }
+    switch (comboMode->currentIndex()) {
+    case AUTO_STOP:
+        sendDawStop->animateClick(kClickMs);
+        break;
+    case AUTO_LOCATE:
+        locateNext();
+        break;
+    case MANUAL:
+    default:
+        break;
+    }
+}
+
+// Locates the entry marked next, whatever is selected. The selection stays, the focus too.
+void MainWindow::locateNext()
+{
+    const EditDataSet* next = shownEntry(nextPos);
+    if (!next || next->SetType != kSetTypeSong) {
+        return; // A run that began on a space has no next entry; or the entry is gone.
+    }
+    // Known since the run began, unless a dialog that was open then has been confirmed since.
+    if (!isSendProcessExist() || !shownEntry(nextPos)) {
+        return;
+    }
+    const int selected = selectedPos();
+    locateEntry(nextPos);
+    selectedRow(selected);
+}
+
+void MainWindow::onShortcutMidiReceive(QMidiMessage* pMidMsg)
+{
+    if (!pMidMsg || pMidMsg->getStatus() != MIDI_NOTE_ON || pMidMsg->getVelocity() == 0) {
+        return;
+    }
+    const auto note = static_cast<std::int32_t>(pMidMsg->getPitch());
+    if (note == editData.NoteSongUp) {
+        pressTableKey(Qt::Key_Up);
+    } else if (note == editData.NoteSongDown) {
+        pressTableKey(Qt::Key_Down);
+    } else if (note == editData.NoteLocate) {
+        sendLocate->animateClick(kClickMs);
+    } else if (note == editData.NoteDawPlay) {
+        sendDawStart->animateClick(kClickMs);
+    } else if (note == editData.NoteDawStop) {
+        sendDawStop->animateClick(kClickMs);
+    }
+}
+
+void MainWindow::pressTableKey(Qt::Key key)
+{
+    QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+    tableSetList->pressKey(&event);
+}

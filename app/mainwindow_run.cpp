@@ -1,0 +1,146 @@
+// SPDX-License-Identifier: MIT
+#include "datafiles.h"
+#include "mainwindow.h"
+
+#include <QScopedValueRollback>
+
+int MainWindow::getNextPos(int pos, const std::vector<EditDataSet>& setList)
+{
+    if (pos < -1) {
+        return -1;
+    }
+    for (std::size_t next = static_cast<std::size_t>(pos + 1); next < setList.size(); ++next) {
+        if (setList[next].SetType == kSetTypeSong) {
+            return static_cast<int>(next);
+        }
+    }
+    return -1;
+}
+
+void MainWindow::setOperationOn()
+{
+    pushEdit->setEnabled(false);
+    pushPreference->setEnabled(false);
+    pushReset->setEnabled(true);
+    comboShowList->setEnabled(false);
+    operationOn = true;
+}
+
+void MainWindow::setOperationOff()
+{
+    pushEdit->setEnabled(true);
+    pushPreference->setEnabled(true);
+    pushReset->setEnabled(false);
+    comboShowList->setEnabled(true);
+    operationOn = false;
+    nextPos = -1;
+}
+
+void MainWindow::setSendButtonIsShow(bool show)
+{
+    for (ExPushButton* button :
+         {sendLocate, sendDawStart, sendDawStop, send0, sendTab, sendSpace, sendEnter}) {
+        button->setVisible(show);
+    }
+}
+
+void MainWindow::on_sendLocate_clicked()
+{
+    locateSelected();
+    giveFocusToTable();
+}
+
+void MainWindow::locateSelected()
+{
+    const auto posToLocate = [this] {
+        const int selected = selectedPos();
+        return selected != -1 ? selected : sentPos;
+    };
+    if (!shownSetList() || (posToLocate() != -1 && !shownEntry(posToLocate()))) {
+        return;
+    }
+    if (!isSendProcessExist()) {
+        return;
+    }
+    if (!operationOn) {
+        setOperationOn();
+    }
+    const int pos = posToLocate();
+    const EditDataSet* entry = shownEntry(pos);
+    if (!entry || entry->SetType != kSetTypeSong) {
+        return;
+    }
+    locateEntry(pos);
+    selectedRow(pos);
+}
+
+// Sends the song entry at `pos`, moves the marks to it and to the song after it, and ends the run
+// if there is none. The caller sets the selection, which the redrawn rows lose.
+void MainWindow::locateEntry(int pos)
+{
+    const auto unmark = [this] {
+        redrawRow(sentPos, NOT_SENT);
+        redrawRow(nextPos, NOT_SENT);
+    };
+    unmark();
+    const EditDataSet entry = *shownEntry(pos);
+    sendKeyEvent(entry);
+    if (!shownEntry(pos)) {
+        return; // A message box has run the event loop, and the entry is gone.
+    }
+    unmark(); // Or something else was located meanwhile.
+    redrawRow(pos, SENT);
+    sentPos = pos;
+    nextPos = getNextPos(pos, *shownSetList());
+    if (nextPos == -1) {
+        setOperationOff();
+    } else {
+        redrawRow(nextPos, NEXT);
+    }
+}
+
+void MainWindow::on_pushReset_clicked()
+{
+    const int selected = selectedPos();
+    if (nextPos != -1) {
+        redrawRow(nextPos, NOT_SENT);
+    }
+    setOperationOff();
+    selectedRow(selected);
+    giveFocusToTable();
+}
+
+void MainWindow::on_tableSetList_doubleclicked(int row, int column)
+{
+    if (inUpdate) {
+        return;
+    }
+    const QScopedValueRollback<bool> guard(inUpdate, true);
+    if (row >= 0 && column == 0) {
+        sendLocate->animateClick(kClickMs);
+    }
+}
+
+void MainWindow::on_tableSetList_cellChanged(int row, int column)
+{
+    if (inUpdate) {
+        return;
+    }
+    const QScopedValueRollback<bool> guard(inUpdate, true);
+    EditDataSet* entry = shownEntry(row);
+    const QTableWidgetItem* item = tableSetList->item(row, column);
+    if (!entry || !item) {
+        return;
+    }
+    QString* stored = nullptr;
+    if (column == 1) {
+        stored = &entry->Cue;
+    } else if (column == 0 && entry->SetType != kSetTypeSong) {
+        stored = &entry->SpaceName;
+    }
+    if (!stored || *stored == item->text()) {
+        return;
+    }
+    *stored = item->text();
+    editData.writeEdit(setListFilePath());
+}

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "operatorfixture.h"
+#include "recordingplatform.h"
+#include "testcase.h"
+
+// Where the workstations stand in the list of applications that every test function starts with.
+constexpr int kProTools = 1;
+constexpr int kStudioOne = 2;
+
+// Base of the tests of the operator window: keys go to the recording platform layer, on which
+// three applications run.
+class AppTestCase : public TestCase
+{
+    Q_OBJECT
+
+protected slots:
+    void init()
+    {
+        TestCase::init();
+        Recording::reset();
+        Recording::setApplications({"Finder", "Pro Tools", "Studio One"});
+    }
+
+protected:
+    // What locating a bar by "Pro Tools" types, the digits as keypad keys.
+    static Recording::Events bar(const QVector<int>& digits)
+    {
+        return Recording::Events{Recording::pause(100000)} +
+               Recording::presses(kProTools, QVector<int>{0x51} + digits + QVector<int>{0x4C});
+    }
+};
