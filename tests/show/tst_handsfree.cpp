@@ -1,0 +1,274 @@
+// SPDX-License-Identifier: MIT
+#include "operatorfixture.h"
+#include "qmidiin.h"
+#include "qmidimessage.h"
+#include "servers.h"
+#include "standin.h"
+#include "testcase.h"
+#include "windowmanager.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QScreen>
+#include <QThread>
+
+#include <RtMidi.h>
+
+namespace {
+
+EditData liveData()
+{
+    EditData data = sampleData();
+    data.MidiInPort = StandIn::kNotesPort;
+    data.ShortcutMidiInPort = StandIn::kFootSwitchPort;
+    data.MidiOutPort = StandIn::kMmcPort;
+    data.DeviceIdValue = 0x7F;
+    return data;
+}
+
+// A foot switch of the test's own, for more notes than a foot can play.
+class Pads
+{
+public:
+    Pads() : port(RtMidi::UNIX_JACK, "Pads") { port.openVirtualPort("notes"); }
+
+    void noteOn(int note, int velocity = 100)
+    {
+        const std::vector<unsigned char> bytes{0x90, static_cast<unsigned char>(note),
+                                               static_cast<unsigned char>(velocity)};
+        port.sendMessage(&bytes);
+    }
+
+    static QString name() { return "Pads:notes"; }
+
+private:
+    RtMidiOut port;
+};
+
+qint64 residentKb()
+{
+    QFile file("/proc/self/statm");
+    file.open(QIODevice::ReadOnly);
+    return file.readAll().split(' ').at(1).toLongLong() * 4;
+}
+
+void xdotool(const QStringList& arguments)
+{
+    QCOMPARE(QProcess::execute("xdotool", arguments), 0);
+}
+
+} // namespace
+
+// A show run without the mouse: foot switch, end-of-song notes, keyboard; real MIDI, real keys.
+class TestHandsFree : public TestCase
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void footSwitchThroughTheShow();
+    void runModes();
+    void manyNotes();
+    void noteToButton();
+    void reconnectingAddsNoConnection();
+    void keysAndFocus();
+
+private:
+    std::unique_ptr<JackServer> jack;
+};
+
+void TestHandsFree::initTestCase()
+{
+    jack = std::make_unique<JackServer>();
+    if (!jack->isRunning()) {
+        QSKIP(qPrintable(jack->why()));
+    }
+}
+
+void TestHandsFree::footSwitchThroughTheShow()
+{
+    StandIn daw("Pro Tools");
+    QVERIFY(daw.isReady());
+    const Operator op(liveData());
+
+    daw.press("note 31"); // LOCATE
+    QTRY_COMPARE_WITH_TIMEOUT(daw.count("located bar 12"), 1, 10000);
+    daw.press("note 33"); // DAW PLAY
+    QTRY_COMPARE(daw.count("midi F0 7F 7F 06 02 F7"), 1);
+    daw.press("note 29"); // Song DOWN, over the space
+    daw.press("note 29");
+    QTRY_COMPARE(op.selectedRow(), 2);
+    daw.press("note 28"); // Song UP, and down again
+    daw.press("note 29");
+    daw.press("note 35"); // DAW STOP
+    QTRY_COMPARE(daw.count("midi F0 7F 7F 06 01 F7"), 2);
+    daw.press("note 31");
+    QTRY_COMPARE_WITH_TIMEOUT(daw.count("located bar 105"), 1, 10000);
+    daw.press("note 29");
+    daw.press("note 31");
+    QTRY_COMPARE_WITH_TIMEOUT(daw.count("located bar 33"), 1, 10000);
+    QTRY_VERIFY(!op.isRunning());
+    QCOMPARE(op.looks(), (QStringList{"plain", "space", "plain", "sent"}));
+}
+
+void TestHandsFree::runModes()
+{
+    StandIn daw("Pro Tools");
+    QVERIFY(daw.isReady());
+    const Operator op(liveData());
+    op.press("LOCATE");
+    QTRY_COMPARE(daw.count("located bar 12"), 1);
+
+    op.mode->setCurrentText("Manual");
+    daw.press("end 24");
+    QTRY_COMPARE(daw.count("sent note off 24 daw notes"), 1);
+    op.mode->setCurrentText("AutoStop");
+    daw.forget();
+    daw.press("end 36");
+    QTRY_COMPARE(daw.count("midi F0 7F 7F 06 01 F7"), 1);
+    QVERIFY(op.isRunning());
+
+    op.mode->setCurrentText("AutoLocate");
+    op.select(0);
+    daw.press("end 24");
+    QTRY_COMPARE_WITH_TIMEOUT(daw.count("located bar 105"), 1, 10000);
+    QTRY_COMPARE(op.looks(), (QStringList{"plain", "space", "sent", "next"}));
+    QCOMPARE(op.selectedRow(), 0);
+    daw.press("end 36");
+    QTRY_COMPARE_WITH_TIMEOUT(daw.count("located bar 33"), 1, 10000);
+    QTRY_VERIFY(!op.isRunning());
+    QCOMPARE(op.selectedRow(), 0);
+}
+
+void TestHandsFree::manyNotes()
+{
+    Pads pads;
+    EditData data = liveData();
+    data.ShortcutMidiInPort = Pads::name();
+    const Operator op(data);
+    QVERIFY(op.controllerIn->isPortOpen());
+
+    constexpr int kNotes = 10000;
+    constexpr int kBurst = 50;
+    int received = 0;
+    bool inOrder = true;
+    connect(op.controllerIn, &QMidiIn::midiMessageReceived, this, [&](QMidiMessage* message) {
+        inOrder = inOrder && message->getPitch() == std::uint32_t(received % 128);
+        ++received;
+    });
+    qint64 warm = 0;
+    for (int sent = 0; sent < kNotes;) {
+        for (const int end = sent + kBurst; sent < end; ++sent) {
+            // Notes 28, 29, 31 and so on do their work in between.
+            pads.noteOn(sent % 128, sent % 128 == 31 ? 0 : 100);
+        }
+        QTRY_COMPARE_WITH_TIMEOUT(received, sent, 10000);
+        if (sent == kNotes / 5) {
+            warm = residentKb();
+        }
+    }
+    QVERIFY(inOrder);
+    const qint64 grown = residentKb() - warm;
+    QVERIFY2(grown < 1024, qPrintable(QString("grown by %1 kB").arg(grown)));
+}
+
+void TestHandsFree::noteToButton()
+{
+    StandIn daw("Pro Tools");
+    QVERIFY(daw.isReady());
+    Pads pads;
+    EditData data = liveData();
+    data.ShortcutMidiInPort = Pads::name();
+    const Operator op(data);
+    op.select(1); // A space: the button is all that moves.
+    QElapsedTimer timer;
+    QVector<double> ms;
+    connect(op.button("LOCATE"), &QPushButton::pressed, this,
+            [&] { ms << double(timer.nsecsElapsed()) / 1e6; });
+    for (int i = 0; i < 21; ++i) {
+        timer.start();
+        pads.noteOn(31);
+        QTRY_COMPARE(ms.size(), i + 1);
+        op.button("LOCATE")->setDown(false);
+        // An animated click ends by itself; the next begins afterwards.
+        QTRY_VERIFY(timer.hasExpired(320));
+    }
+    std::sort(ms.begin(), ms.end());
+    qInfo("note on the wire to button: median %.2f ms, largest %.2f ms", ms[10], ms.last());
+    QVERIFY(ms[10] <= 15);
+}
+
+void TestHandsFree::reconnectingAddsNoConnection()
+{
+    StandIn daw("Pro Tools");
+    QVERIFY(daw.isReady());
+    Operator op(liveData());
+    for (int i = 0; i < 3; ++i) {
+        op.window.midiReconnect();
+    }
+    daw.press("note 29");
+    QTRY_COMPARE(daw.count("sent note off 29 foot switch"), 1);
+    QTRY_COMPARE(op.selectedRow(), 1);
+    op.press("DAW PLAY");
+    QTRY_COMPARE(daw.count("midi F0 7F 7F 06 02 F7"), 1);
+    daw.press("note 28"); // By when a second copy of either would have come.
+    QTRY_COMPARE(op.selectedRow(), 0);
+    QCOMPARE(daw.count("midi F0 7F 7F 06 02 F7"), 1);
+}
+
+void TestHandsFree::keysAndFocus()
+{
+    const WindowManager windowManager(true);
+    if (windowManager.isMissing) {
+        QSKIP("openbox is not installed");
+    }
+    StandIn daw("Pro Tools");
+    QVERIFY(daw.isReady());
+    Operator op(liveData());
+    op.window.setGeometry(20, 40, 500, 600);
+    op.window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&op.window));
+    const auto frameColor = [&op] {
+        const QPoint corner = op.frame->mapToGlobal(QPoint(op.frame->width() / 2, 2));
+        const QImage screen = QGuiApplication::primaryScreen()->grabWindow(0).toImage();
+        return screen.pixelColor(corner).name();
+    };
+    QTRY_COMPARE(frameColor(), QString("#ffcc00"));
+
+    xdotool({"key", "space"});
+    QTRY_COMPARE(daw.count("key up 0x31"), 1);
+    xdotool({"key", "0"});
+    QTRY_COMPARE(daw.count("key up 0x52"), 1);
+    xdotool({"key", "Tab"});
+    QTRY_COMPARE(daw.count("key up 0x30"), 1);
+    xdotool({"key", "Return", "KP_Enter", "Left", "Right", "l"});
+    xdotool({"key", "Down"});
+    QTRY_COMPARE(op.selectedRow(), 1);
+
+    // In the "Cue" column keys edit, until a run is on.
+    op.select(2, 1);
+    xdotool({"type", "0 in 0"});
+    xdotool({"key", "Return"});
+    QTRY_COMPARE(op.table->item(2, 1)->text(), QString("0 in 0"));
+
+    // Another application takes the focus, and gives it back.
+    QWidget other;
+    other.setGeometry(700, 100, 200, 200);
+    other.show();
+    other.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&other));
+    QTRY_COMPARE(frameColor(), QString("#4b4b4b"));
+    xdotool({"key", "space"});
+    const QPoint title =
+        op.table->viewport()->mapToGlobal(op.table->visualItemRect(op.table->item(3, 0)).center());
+    xdotool({"mousemove", QString::number(title.x()), QString::number(title.y()), "click", "1"});
+    QTRY_COMPARE(frameColor(), QString("#ffcc00"));
+    QTRY_COMPARE(op.selectedRow(), 3);
+    xdotool({"click", "--repeat", "2", "--delay", "50", "1"}); // A double click locates.
+    QTRY_COMPARE_WITH_TIMEOUT(daw.count("located bar 33"), 1, 10000);
+
+    QCOMPARE(daw.texts({"key"}).filter("key up").size(), 3 + 4);
+}
+
+VELT_DISPLAY_TEST_MAIN(TestHandsFree)
+#include "tst_handsfree.moc"
