@@ -16,8 +16,8 @@ extern const QColor kSelectionBackground; // #B4EFEF
 extern const QColor kSelectedText;        // #000000
 extern const QColor kSpaceBackground;     // #CDCDCD
 
-// The selection's colours on a table, in all states of the window, painted flat whatever the desktop's
-// style does with selections.
+// The selection's colours on a table, in all states of the window, painted flat whatever the
+// desktop's style does with selections.
 void styleTable(QTableWidget* table);
 
 // White on flat dark teal; sections do not follow the selection.

@@ -14,9 +14,9 @@ class RtMidiOut;
 // library spin for ever.
 //
 // The guard therefore lets no more into the ring than fits without a proof that cycles still run.
-// A proof opens and closes a port on a JACK client of the guard's own: opening fails when the server
-// has died, closing waits for a cycle. It takes about one period, comes due once in some hundred
-// short messages, and leaves the guarded port, its connections and its ring alone.
+// A proof opens and closes a port on a JACK client of the guard's own: opening fails when the
+// server has died, closing waits for a cycle. It takes about one period, comes due once in some
+// hundred short messages, and leaves the guarded port, its connections and its ring alone.
 //
 // Used by QMidiOut, from its thread only.
 class JackGuard
