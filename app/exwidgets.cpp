@@ -68,7 +68,8 @@ void ExTableWidget::keyPressEvent(QKeyEvent* event)
     const bool isForWindow = key == Qt::Key_Tab || key == Qt::Key_Left || key == Qt::Key_Right;
     const bool editsCue = currentColumn() == kCueColumn && owner && !owner->isOperationOn();
     if (moves || (editsCue && !isForWindow)) {
-        QTableWidget::keyPressEvent(event);
+        QTableWidget::keyPressEvent(
+            event); // NOLINT(bugprone-parent-virtual-call): not the window's.
     } else {
         ExWidget::keyPressEvent(event);
     }

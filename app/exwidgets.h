@@ -15,7 +15,7 @@ class KeyAndFocusOwner
 public:
     virtual void onKeyEvent(QKeyEvent* event) = 0;
     virtual void onFocus() = 0;
-    virtual bool isOperationOn() const = 0;
+    [[nodiscard]] virtual bool isOperationOn() const = 0;
     virtual void giveFocusToTable() = 0;
 
 protected:
@@ -34,7 +34,7 @@ class ExWidget : public Base
 public:
     explicit ExWidget(QMainWindow* window) : owner(dynamic_cast<KeyAndFocusOwner*>(window)) {}
 
-    bool hasFocusFlag() const { return focusFlag; }
+    [[nodiscard]] bool hasFocusFlag() const { return focusFlag; }
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;

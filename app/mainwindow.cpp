@@ -346,6 +346,9 @@ void MainWindow::on_tableSetList_itemSelectionChanged()
         text = editData.NextTextColor;
     }
     QPalette palette = tableSetList->palette();
+    if (palette.color(QPalette::HighlightedText) == text) {
+        return; // A palette that is given back is costly, and rows come and go in a locate.
+    }
     palette.setBrush(QPalette::All, QPalette::HighlightedText, text);
     tableSetList->setPalette(palette);
 }

@@ -59,7 +59,7 @@ public:
     // KeyAndFocusOwner
     void onKeyEvent(QKeyEvent* event) override;
     void onFocus() override;
-    bool isOperationOn() const override { return operationOn; }
+    [[nodiscard]] bool isOperationOn() const override { return operationOn; }
     void giveFocusToTable() override;
 
     // The first song entry behind `pos`, -1 if there is none or `pos` is below -1.
@@ -89,7 +89,7 @@ private slots:
     void on_tableSetList_cellChanged(int row, int column);
     void on_tableSetList_itemSelectionChanged();
 
-private:
+private: // NOLINT(readability-redundant-access-specifiers): no slots from here on
     // Construction and shutdown (mainwindow.cpp)
     void createMenu();
     void createSendButtons();
@@ -111,7 +111,7 @@ private:
     bool isShowingModel();                    // selector and table equal the data
     void insertSet(int row, const EditDataSet& entry, SEND_STATE state);
     void redrawRow(int row, SEND_STATE state); // nothing for a row that does not exist
-    int selectedPos() const;                   // -1 when nothing is selected
+    [[nodiscard]] int selectedPos() const;     // -1 when nothing is selected
     void selectedRow(int row);
 
     // The run (mainwindow_run.cpp)
@@ -137,7 +137,7 @@ private:
     void connectMidi();
     std::vector<PortError> openMidiPorts();
     void closeMidiPorts();
-    bool isEveryNamedPortOpen() const;
+    [[nodiscard]] bool isEveryNamedPortOpen() const;
     std::vector<PortError> reopenMidiPorts();
     void renewDeadMidiConnection();
     void locateNext();
@@ -147,6 +147,7 @@ private:
     void setFocusFlag(bool hasFocus);
     void setFocusStyleOn();
     void setFocusStyleOff();
+    void setFocusStyle(const QString& styleSheet);
     static void setSendButtonEnabled(ExPushButton* button, bool enabled);
     static void setSendButtonStyle(ExPushButton* button, const QString& iconPath);
 

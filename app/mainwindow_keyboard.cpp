@@ -87,14 +87,22 @@ void MainWindow::onFocus()
 
 void MainWindow::setFocusStyleOn()
 {
-    groupBoxSend->setStyleSheet(QStringLiteral(
+    setFocusStyle(QStringLiteral(
         " QGroupBox {background-color:#ffcc00;border-style: solid;border-radius: 10;} "));
 }
 
 void MainWindow::setFocusStyleOff()
 {
-    groupBoxSend->setStyleSheet(QStringLiteral(
+    setFocusStyle(QStringLiteral(
         " QGroupBox {background-color:#4B4B4B;border-style: solid;border-radius: 10;} "));
+}
+
+void MainWindow::setFocusStyle(const QString& styleSheet)
+{
+    // The toolkit styles the frame and its buttons anew even where nothing changes.
+    if (groupBoxSend->styleSheet() != styleSheet) {
+        groupBoxSend->setStyleSheet(styleSheet);
+    }
 }
 
 void MainWindow::setSendButtonEnabled(ExPushButton* button, bool enabled)

@@ -21,6 +21,13 @@ struct Session
 {
     X11Connection connection;
     std::optional<X11KeyMap> keyMap; // Read when it is needed.
+
+    struct Receiver
+    {
+        ProcessSerialNumber process{};
+        xcb_window_t window = XCB_NONE;
+    };
+    Receiver pressed; // Who got the last event that was looked up.
 };
 
 // The session with the server, made at first use and again when the server was lost in between;
@@ -118,6 +125,17 @@ std::optional<X11KeyMap::Stroke> strokeFor(Session& current, std::uint32_t keysy
     return current.keyMap ? current.keyMap->stroke(keysym) : std::nullopt;
 }
 
+enum class Posted { Done, WindowGone, Impossible };
+
+Posted postTo(Session& current, xcb_window_t window, std::uint32_t keysym, const __CGEvent& event)
+{
+    const auto stroke = window ? strokeFor(current, keysym) : std::nullopt;
+    if (!stroke) {
+        return Posted::Impossible;
+    }
+    return post(current, window, *stroke, event) ? Posted::Done : Posted::WindowGone;
+}
+
 } // namespace
 
 OSErr GetCurrentProcess(ProcessSerialNumber* process)
@@ -173,13 +191,17 @@ void CGEventPostToPSN(void* process, CGEventRef event)
     if (!keysym || !current || !isRunning(receiver)) {
         return;
     }
+    // A release belongs to the window that got the press, also if another is on top by now.
+    if (!event->isDown && isSame(current->pressed.process, receiver) &&
+        postTo(*current, current->pressed.window, *keysym, *event) == Posted::Done) {
+        return;
+    }
     // A window can close between being found and being written to, and the process have another.
     for (int attempt = 0; attempt < 2; ++attempt) {
         const xcb_window_t window =
             keyWindow(current->connection, static_cast<pid_t>(receiver.lowLongOfPSN));
-        const auto stroke =
-            window ? strokeFor(*current, *keysym) : std::optional<X11KeyMap::Stroke>();
-        if (!stroke || post(*current, window, *stroke, *event)) {
+        if (postTo(*current, window, *keysym, *event) != Posted::WindowGone) {
+            current->pressed = {receiver, window};
             return;
         }
     }

@@ -174,21 +174,32 @@ void TestLiveLocate::costsItsPauses()
     QVERIFY(daw.isReady());
     Operator op(liveData(mode));
     op.select(0);
-    // The machine may be busy: what it can do at its best is what the program costs.
-    double best = 1e9;
-    QVector<double> all;
+    // What the pauses themselves cost on this machine, at this moment, is measured beside it; the
+    // best of several runs is what the program costs when nothing else is in its way.
+    QVector<double> pauses;
+    QVector<double> locates;
+    QElapsedTimer timer;
     for (int i = 0; i < 7; ++i) {
-        QElapsedTimer timer;
+        timer.start();
+        for (double left = pausesMs; left > 0;) {
+            const double ms = left == kPauseMs || int(left) % 130 == 0 ? kPauseMs : kKeyMs;
+            QKeyEventSend::pause(static_cast<unsigned int>(ms * 1000));
+            left -= ms;
+        }
+        pauses << double(timer.nsecsElapsed()) / 1e6;
         timer.start();
         op.button("LOCATE")->click();
-        all << double(timer.nsecsElapsed()) / 1e6;
-        best = qMin(best, all.last());
+        locates << double(timer.nsecsElapsed()) / 1e6;
     }
-    std::sort(all.begin(), all.end());
-    qInfo("LOCATE in mode %d: pauses %.0f ms, median %.3f ms (ratio %.4f), best %.3f ms", mode,
-          pausesMs, all[3], all[3] / pausesMs, best);
-    QVERIFY(best >= pausesMs);
-    QVERIFY2(best <= pausesMs * 1.01, qPrintable(QString::number(best / pausesMs)));
+    std::sort(pauses.begin(), pauses.end());
+    std::sort(locates.begin(), locates.end());
+    qInfo(
+        "LOCATE in mode %d: %.0f ms of pauses take %.2f ms, the whole takes %.2f ms at the median "
+        "(ratio %.4f) and %.2f ms at best (ratio %.4f)",
+        mode, pausesMs, pauses[3], locates[3], locates[3] / pausesMs, locates[0],
+        locates[0] / pausesMs);
+    QVERIFY(locates[0] >= pausesMs);
+    QVERIFY2(locates[0] <= pauses[0] * 1.01, qPrintable(QString::number(locates[0] / pauses[0])));
 }
 
 void TestLiveLocate::looksAsItShould()
