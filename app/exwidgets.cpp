@@ -68,8 +68,8 @@ void ExTableWidget::keyPressEvent(QKeyEvent* event)
     const bool isForWindow = key == Qt::Key_Tab || key == Qt::Key_Left || key == Qt::Key_Right;
     const bool editsCue = currentColumn() == kCueColumn && owner && !owner->isOperationOn();
     if (moves || (editsCue && !isForWindow)) {
-        QTableWidget::keyPressEvent(
-            event); // NOLINT(bugprone-parent-virtual-call): not the window's.
+        // NOLINTNEXTLINE(bugprone-parent-virtual-call): past the routing to the window
+        QTableWidget::keyPressEvent(event);
     } else {
         ExWidget::keyPressEvent(event);
     }

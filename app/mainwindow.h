@@ -89,7 +89,7 @@ private slots:
     void on_tableSetList_cellChanged(int row, int column);
     void on_tableSetList_itemSelectionChanged();
 
-private: // NOLINT(readability-redundant-access-specifiers): no slots from here on
+private:
     // Construction and shutdown (mainwindow.cpp)
     void createMenu();
     void createSendButtons();

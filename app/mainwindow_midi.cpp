@@ -37,7 +37,7 @@ void MainWindow::midiReconnect()
 std::vector<MainWindow::PortError> MainWindow::reopenMidiPorts()
 {
     closeMidiPorts();
-    const std::vector<PortError> errors = openMidiPorts();
+    std::vector<PortError> errors = openMidiPorts();
     if (isEveryNamedPortOpen()) {
         return errors;
     }

@@ -9,7 +9,8 @@ int MainWindow::getNextPos(int pos, const std::vector<EditDataSet>& setList)
     if (pos < -1) {
         return -1;
     }
-    for (std::size_t next = static_cast<std::size_t>(pos + 1); next < setList.size(); ++next) {
+    for (auto next = static_cast<std::size_t>(std::int64_t{pos} + 1); next < setList.size();
+         ++next) {
         if (setList[next].SetType == kSetTypeSong) {
             return static_cast<int>(next);
         }
