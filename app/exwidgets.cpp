@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "exwidgets.h"
 
+#include <QWheelEvent>
+
 namespace {
 
 constexpr int kCueColumn = 1;
@@ -50,10 +52,30 @@ void ExPushButton::focusInEvent(QFocusEvent* event)
     ExWidget::focusInEvent(event);
 }
 
+void ExComboBox::showPopup()
+{
+    QComboBox::showPopup();
+    isListOpen = true;
+}
+
+void ExComboBox::hidePopup() // The toolkit calls this in other cases too.
+{
+    QComboBox::hidePopup();
+    if (isListOpen && owner) {
+        owner->giveFocusToTable();
+    }
+    isListOpen = false;
+}
+
+void ExComboBox::wheelEvent(QWheelEvent* event)
+{
+    event->ignore();
+}
+
 void ExTableWidget::commitEditor(int row)
 {
     const QModelIndex index = currentIndex();
-    if (state() != EditingState || index.row() != row) {
+    if (!isEditing() || index.row() != row) {
         return;
     }
     if (QWidget* editor = indexWidget(index)) {

@@ -60,12 +60,23 @@ protected:
     void focusInEvent(QFocusEvent* event) override;
 };
 
+// Changed by its list alone, which gives the focus to the set-list table when it closes; a turn of
+// the mouse wheel passing over it changes nothing.
 class ExComboBox : public ExWidget<QComboBox>
 {
     Q_OBJECT
 
 public:
     using ExWidget::ExWidget;
+
+    void showPopup() override;
+    void hidePopup() override;
+
+protected:
+    void wheelEvent(QWheelEvent* event) override;
+
+private:
+    bool isListOpen = false;
 };
 
 class ExCheckBox : public ExWidget<QCheckBox>
@@ -88,6 +99,8 @@ public:
     // Handles a key press as if it had been typed here, whatever has the focus, also while a
     // modal dialog is open.
     void pressKey(QKeyEvent* event) { keyPressEvent(event); }
+
+    bool isEditing() const { return state() == EditingState; }
 
     // Stores what is being typed into a cell of this row, if anything is.
     void commitEditor(int row);

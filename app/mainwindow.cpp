@@ -109,8 +109,6 @@ void MainWindow::createRunControls()
     modeFont.setPointSize(10);
     comboMode->setFont(modeFont);
     comboMode->setAccessibleName(tr("Run mode"));
-    connect(comboMode, QOverload<int>::of(&QComboBox::activated), this,
-            &MainWindow::giveFocusToTable);
 
     pushReset = createPushButton(tr("Reset"), &MainWindow::on_pushReset_clicked);
     pushReset->setEnabled(false);
@@ -209,6 +207,9 @@ void MainWindow::saveGeometry() const
 
 void MainWindow::setShowData()
 {
+    if (operationOn) {
+        setOperationOff(); // Its marks go with the rows.
+    }
     comboShowList->clear();
     for (const EditDataShow& show : editData.ShowList) {
         comboShowList->addItem(show.ShowTitle);
@@ -249,7 +250,9 @@ std::vector<EditDataSet>* MainWindow::shownSetList()
     if (index < 0 || index >= static_cast<int>(editData.ShowList.size())) {
         return nullptr;
     }
-    return &editData.ShowList[static_cast<std::size_t>(index)].SetList;
+    EditDataShow& show = editData.ShowList[static_cast<std::size_t>(index)];
+    // While the editor is open, another show may have moved to this place.
+    return show.ShowTitle == comboShowList->currentText() ? &show.SetList : nullptr;
 }
 
 EditDataSet* MainWindow::shownEntry(int pos)
@@ -310,12 +313,14 @@ void MainWindow::insertSet(int row, const EditDataSet& entry, SEND_STATE state)
 
 void MainWindow::redrawRow(int row, SEND_STATE state)
 {
-    if (row < 0 || row >= tableSetList->rowCount() || !shownEntry(row)) {
+    if (row < 0 || row >= tableSetList->rowCount()) {
         return;
     }
     tableSetList->commitEditor(row);
-    tableSetList->removeRow(row);
-    insertSet(row, *shownEntry(row), state);
+    if (const EditDataSet* entry = shownEntry(row)) {
+        tableSetList->removeRow(row);
+        insertSet(row, *entry, state);
+    }
 }
 
 int MainWindow::selectedPos() const

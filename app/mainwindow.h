@@ -13,7 +13,6 @@
 class EditDialog;
 class PreferenceDialog;
 class QGroupBox;
-class QHBoxLayout;
 class QMidiIn;
 class QMidiMessage;
 class QMidiOut;
@@ -120,9 +119,12 @@ private:
     void setSendButtonIsShow(bool show);
     void locateSelected();
     void locateEntry(int pos);
+    bool isLocatable(int pos);
+    void followWrittenShows();
 
     // Driving the DAW (mainwindow_locate.cpp)
-    bool isSendProcessExist();
+    bool findProcess();        // Silently.
+    bool isSendProcessExist(); // With a warning if there is none.
     void sendKeyEvent(const EditDataSet& entry);
     void sendKey(unsigned char key);
     void sendTransport(bool start);

@@ -17,21 +17,24 @@ constexpr unsigned char kMmcPlay = 0x02;
 
 } // namespace
 
+bool MainWindow::findProcess()
+{
+    if (processPos == -1) {
+        keyEventSend.setProcNameList();
+        processPos = keyEventSend.getPosFromProcName(dawProcessName(editData.Mode));
+    }
+    return processPos != -1;
+}
+
 bool MainWindow::isSendProcessExist()
 {
-    if (processPos != -1) {
-        return true;
-    }
-    const QString name = dawProcessName(editData.Mode);
-    keyEventSend.setProcNameList();
-    processPos = keyEventSend.getPosFromProcName(name);
-    if (processPos != -1) {
+    if (findProcess()) {
         return true;
     }
     // Notes of a foot switch get here while the box is open; one box says it all.
     if (!isWarningOpen) {
         const QScopedValueRollback<bool> guard(isWarningOpen, true);
-        MessageBoxes::warn(this, tr("Process [%1] not found").arg(name));
+        MessageBoxes::warn(this, tr("Process [%1] not found").arg(dawProcessName(editData.Mode)));
     }
     return false;
 }

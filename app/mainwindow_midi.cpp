@@ -139,12 +139,11 @@ void MainWindow::onMidiReceive(QMidiMessage* pMidMsg)
 // Locates the entry marked next, whatever is selected. The selection stays, the focus too.
 void MainWindow::locateNext()
 {
-    const EditDataSet* next = shownEntry(nextPos);
-    if (!next || next->SetType != kSetTypeSong) {
+    if (!isLocatable(nextPos) || shownEntry(nextPos)->SetType != kSetTypeSong) {
         return; // A run that began on a space has no next entry; or the entry is gone.
     }
-    // Known since the run began, unless a dialog that was open then has been confirmed since.
-    if (!isSendProcessExist() || !shownEntry(nextPos)) {
+    // Known since the run began, unless preferences that were open then have been confirmed since.
+    if (!findProcess()) {
         return;
     }
     const int selected = selectedPos();

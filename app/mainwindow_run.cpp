@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "datafiles.h"
 #include "mainwindow.h"
+#include "tablelook.h"
 
 #include <QScopedValueRollback>
 
@@ -48,7 +49,9 @@ void MainWindow::setSendButtonIsShow(bool show)
 void MainWindow::on_sendLocate_clicked()
 {
     locateSelected();
-    giveFocusToTable();
+    if (!tableSetList->isEditing()) { // A double click on a space's name also opens its editor.
+        giveFocusToTable();
+    }
 }
 
 void MainWindow::locateSelected()
@@ -57,7 +60,7 @@ void MainWindow::locateSelected()
         const int selected = selectedPos();
         return selected != -1 ? selected : sentPos;
     };
-    if (!shownSetList() || (posToLocate() != -1 && !shownEntry(posToLocate()))) {
+    if (tableSetList->rowCount() == 0 || (posToLocate() != -1 && !isLocatable(posToLocate()))) {
         return;
     }
     if (!isSendProcessExist()) {
@@ -66,13 +69,20 @@ void MainWindow::locateSelected()
     if (!operationOn) {
         setOperationOn();
     }
+    // Taken anew: a box may have run the event loop.
     const int pos = posToLocate();
-    const EditDataSet* entry = shownEntry(pos);
-    if (!entry || entry->SetType != kSetTypeSong) {
-        return;
+    if (isLocatable(pos) && shownEntry(pos)->SetType == kSetTypeSong) {
+        locateEntry(pos);
+        selectedRow(pos);
     }
-    locateEntry(pos);
-    selectedRow(pos);
+}
+
+// True if there is an entry and it is the one that the operator sees in this row: while the editor
+// is open, the data may have moved on.
+bool MainWindow::isLocatable(int pos)
+{
+    const EditDataSet* entry = shownEntry(pos);
+    return entry && TableLook::showsEntry(tableSetList, pos, *entry);
 }
 
 // Sends the song entry at `pos`, moves the marks to it and to the song after it, and ends the run
@@ -84,6 +94,9 @@ void MainWindow::locateEntry(int pos)
         redrawRow(nextPos, NOT_SENT);
     };
     unmark();
+    if (!shownEntry(pos)) {
+        return; // An edit that was stored on the way has taken the show away.
+    }
     const EditDataSet entry = *shownEntry(pos);
     sendKeyEvent(entry);
     if (!shownEntry(pos)) {
@@ -102,12 +115,13 @@ void MainWindow::locateEntry(int pos)
 
 void MainWindow::on_pushReset_clicked()
 {
-    const int selected = selectedPos();
-    if (nextPos != -1) {
-        redrawRow(nextPos, NOT_SENT);
-    }
+    const bool isNextSelected = nextPos != -1 && selectedPos() == nextPos;
+    const int selected = nextPos;
+    redrawRow(nextPos, NOT_SENT);
     setOperationOff();
-    selectedRow(selected);
+    if (isNextSelected) {
+        selectedRow(selected);
+    }
     giveFocusToTable();
 }
 
@@ -144,4 +158,19 @@ void MainWindow::on_tableSetList_cellChanged(int row, int column)
     }
     *stored = item->text();
     editData.writeEdit(setListFilePath());
+    followWrittenShows();
+}
+
+// Writing removes shows without a title from the data, which the selector then still lists.
+void MainWindow::followWrittenShows()
+{
+    for (int i = comboShowList->count() - 1; i >= 0; --i) {
+        if (comboShowList->itemText(i).isEmpty() && i != comboShowList->currentIndex()) {
+            comboShowList->removeItem(i);
+        }
+    }
+    if (comboShowList->count() != static_cast<int>(editData.ShowList.size())) {
+        // Not at once: the cell whose edit led here is in the middle of its own handling.
+        QMetaObject::invokeMethod(this, &MainWindow::setShowData, Qt::QueuedConnection);
+    }
 }

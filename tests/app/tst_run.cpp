@@ -4,7 +4,9 @@
 #include "modalscript.h"
 
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPointer>
+#include <QWheelEvent>
 
 namespace {
 
@@ -40,6 +42,9 @@ private slots:
     void doubleClick();
     void editsInPlace();
     void editThatIsOpenIsKept();
+    void spaceNameIsTypedIntoTheWindow();
+    void editThatDropsAnUntitledShow();
+    void selectorsGiveTheFocusBack();
     void selectionShowsItsState();
 
 private:
@@ -266,6 +271,62 @@ void TestRun::editThatIsOpenIsKept()
     op.endOfSong(); // Redraws the very row.
     QCOMPARE(op.table->item(2, 1)->text(), "half typed");
     QVERIFY(setListFile().contains("half typed"));
+}
+
+void TestRun::spaceNameIsTypedIntoTheWindow()
+{
+    const Operator op;
+    const QPoint name = op.table->visualItemRect(op.table->item(1, 0)).center();
+    op.select(1);
+    QTest::mouseDClick(op.table->viewport(), Qt::LeftButton, Qt::NoModifier, name);
+    QTest::keyClicks(op.openEditor(), "Pa");
+    QTRY_VERIFY(!op.button(kLocate)->isDown()); // The click that the double click makes is over.
+    QVERIFY(op.openEditor());
+    type(op.openEditor(), "Pause 10");
+    QCOMPARE(op.table->item(1, 0)->text(), QString("Pause 10"));
+    QVERIFY(Recording::takeEvents().isEmpty());
+}
+
+// A show that lost its title in the editor is dropped by the write that follows a cue edit.
+void TestRun::editThatDropsAnUntitledShow()
+{
+    Operator op;
+    ModalScript script;
+    script.expect([](QWidget* editor) {
+        auto* list = editor->findChild<QTableWidget*>("tableShowList");
+        list->item(0, 0)->setText("");
+        list->setCurrentCell(1, 0);
+        QTest::mouseClick(editor->findChild<QPushButton*>("pushShowListDuplicate"), Qt::LeftButton);
+        list->item(2, 0)->setText("Sunday");
+        auto* songs = editor->findChild<QListWidget*>("listWidgetSong");
+        songs->item(2)->setSelected(true);
+        QTest::mouseClick(editor->findChild<QPushButton*>("pushSongInsert"), Qt::LeftButton);
+        QTest::mouseClick(editor->findChild<QPushButton*>("pushCancel"), Qt::LeftButton);
+    });
+    op.press("Edit");
+    QCOMPARE(op.shows->count(), 3); // "", "Empty", "Sunday"
+    op.shows->setCurrentIndex(2);
+    type(op.edit(0, 1), "new cue");
+    QCOMPARE(op.shows->count(), 2);
+    QCOMPARE(op.shows->currentText(), QString("Sunday"));
+    op.select(0);
+    op.press(kLocate);
+    QCOMPARE(Recording::takeEvents(), bar(k33));
+}
+
+void TestRun::selectorsGiveTheFocusBack()
+{
+    const Operator op;
+    for (QComboBox* selector : {op.mode, op.shows}) {
+        const int index = selector->currentIndex();
+        selector->showPopup();
+        selector->hidePopup(); // Escape, or the same choice again.
+        QVERIFY(op.isFocusOnTable());
+        QWheelEvent turn(QPointF(5, 5), selector->mapToGlobal(QPointF(5, 5).toPoint()), QPoint(),
+                         QPoint(0, -120), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(selector, &turn);
+        QCOMPARE(selector->currentIndex(), index);
+    }
 }
 
 void TestRun::selectionShowsItsState()

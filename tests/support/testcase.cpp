@@ -28,10 +28,10 @@ bool takeAnnounced(const QString& text)
     return false;
 }
 
-// The offscreen platform says so of every window that has a smallest or a largest size.
+// The offscreen platform says so of every window that has a smallest size or is raised.
 bool isRemarkOfThePlatform(const QString& text)
 {
-    return text == QLatin1String("This plugin does not support propagateSizeHints()");
+    return text.startsWith(QLatin1String("This plugin does not support "));
 }
 
 void handleMessage(QtMsgType type, const QMessageLogContext& context, const QString& text)
