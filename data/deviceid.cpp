@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "deviceid.h"
 
+#include "hexdigit.h"
+
 #include <QByteArray>
 
 namespace {
@@ -8,18 +10,6 @@ namespace {
 bool isWhiteSpace(char c)
 {
     return c == ' ' || (c >= '\t' && c <= '\r');
-}
-
-// The value of a hexadecimal digit, -1 of any other character.
-int digitValue(char c)
-{
-    if (c >= '0' && c <= '9') {
-        return c - '0';
-    }
-    if (c >= 'a' && c <= 'f') {
-        return c - 'a' + 10;
-    }
-    return c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
 }
 
 } // namespace
@@ -35,15 +25,15 @@ std::optional<std::uint8_t> parseDeviceId(const QString& text)
     if (*at == '-' || *at == '+') {
         ++at;
     }
-    if (digitValue(*at) < 0) {
+    if (hexDigitValue(*at) < 0) {
         return std::nullopt;
     }
     if (*at == '0' && (at[1] == 'x' || at[1] == 'X')) {
         at += 2;
     }
     int value = 0;
-    for (; digitValue(*at) >= 0; ++at) {
-        value = (value * 16 + digitValue(*at)) % 256;
+    for (; hexDigitValue(*at) >= 0; ++at) {
+        value = (value * 16 + hexDigitValue(*at)) % 256;
     }
     return static_cast<std::uint8_t>(negative ? 256 - value : value);
 }

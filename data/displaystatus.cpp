@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "displaystatus.h"
 
-#include "datafiles.h"
+#include "settingsfile.h"
 
 #include <QSettings>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "datafiles.h"
 #include "deviceid.h"
 #include "editdata.h"
+#include "settingsfile.h"
 
 #include <QDataStream>
 #include <QSettings>

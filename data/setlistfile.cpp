@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "datafiles.h"
 #include "editdata.h"
+#include "settingsfile.h"
 
 #include <QHash>
 #include <QSettings>

@@ -11,8 +11,11 @@
 class FileTest : public TestCase
 {
 protected:
-    // A value of the settings class's own form that claims to be 16 GB large.
-    const QByteArray kHugeValue = "A=@Variant(\\0\\0\\0\\x9\\x7f\\xff\\xff\\xff)\n";
+    // Values that each end a program whose settings class meets them, in spellings it understands.
+    const QByteArray kHarmfulValues =
+        "A=@Variant(\\0\\0\\0\\x47\\x7f\\xff\\xff\\xff)\n"
+        "B= \"@Va\"r\\x69\\q\\\r\n\"\\141nt(\\0\\0\\0G\\x7f\\xff\\xff\\xff)\"\n"
+        "C=1, \\x40\"DateTime\"(\\0\\0\\0G\\0\\x7f\\xff\\xff\\xff)\n";
 
     QString freshPath() { return dir.filePath(QString::number(++count) + QLatin1String(".ini")); }
 

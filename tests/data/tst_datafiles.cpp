@@ -66,8 +66,7 @@ private slots:
         const QRect window(100, 100, 500, 800);
         for (const auto& [content, expected] : std::initializer_list<std::pair<QByteArray, QRect>>{
                  {"", window},
-                 {"Width=600\n" + kHugeValue, window},
-                 {"Width=a\nHeight=1, 2\nColumnWidth=@Invalid()\n", window},
+                 {kHarmfulValues + "Width=a\nHeight=1, 2\nColumnWidth=@Invalid()\n", window},
                  {"Width=0\nX=400\nY=400\nHeight=300\nEditX=5\n", {100, 100, 500, 300}},
                  {"Width=600\nHeight=0\nX=-400\n", {-400, 0, 600, 800}},
                  {"Width=600\nHeight=99999999999\nX=2147483647\nColumnWidth=4294967299\n"

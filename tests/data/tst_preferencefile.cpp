@@ -42,8 +42,7 @@ private slots:
         data.MidiOutPort = QStringLiteral("out");
         data.DeviceIdValue = 9;
         for (const QString& path :
-             {fileWith("[General]\nNoteLocate=40\nDeviceId=zz\nno equals sign"), freshPath(),
-              fileWith("[General]\nMode=2\n" + kHugeValue)}) {
+             {fileWith("[General]\nNoteLocate=40\nDeviceId=zz\nno equals sign"), freshPath()}) {
             data.Mode = kModeStudioOneMarker;
             data.readPreference(path);
             QVERIFY(data.Mode == 0 && data.MidiOutPort.isEmpty() && data.DeviceIdValue == 9);
@@ -60,7 +59,8 @@ private slots:
     {
         EditData data;
         data.readPreference(fileWith("[General]\nMode=x\nMidiInPort=a, b\nDeviceId=@Invalid()\n"
-                                     "ShowKeyButton=0\nArrowKeyMode=1, 2\nNoteLocate=1.5\n"));
+                                     "ShowKeyButton=0\nArrowKeyMode=1, 2\nNoteLocate=1.5\n" +
+                                     kHarmfulValues));
         QVERIFY(data.Mode == 0 && !data.ShowKeyButton && !data.ArrowKeyMode);
         QVERIFY(data.NoteLocate == 0 && data.MidiInPort.isEmpty() && data.DeviceId.isEmpty());
         for (const char* text : {"", "nothing", "#zz", "1, 2", "@Invalid()", "@Rect(1 2 3 4)",

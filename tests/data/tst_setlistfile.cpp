@@ -131,15 +131,21 @@ private slots:
                   100'000 + 2 * 2}, // And entries of the song with Id 0.
                  {"SongDataNum=1, 2\nShowDataNum=@Invalid()\n", 0, 0},
                  {QByteArray("\x7f\x45LF\0\0=\n[\n]\n=\n\\x\n[a]b\n\0", 22), 0, 0},
-                 {"SongDataNum=1\n" + kHugeValue, 0, 0}}) {
+                 {"SongDataNum=1\n" + kHarmfulValues, 1, 0}}) {
+            const QString path = fileWith("[General]\n" + file.content);
             EditData data;
-            data.readEdit(fileWith("[General]\n" + file.content));
+            data.readEdit(path);
             QCOMPARE(data.SongList.size(), file.songs);
             std::size_t entries = 0;
             for (const EditDataShow& read : data.ShowList) {
                 entries += read.SetList.size();
             }
             QCOMPARE(entries, file.entries);
+
+            data.SongList = {{1, QStringLiteral("One"), {}, 0, 0}};
+            data.writeEdit(path);
+            data.readEdit(fileWith(bytes(path)));
+            QCOMPARE(data.SongList.at(0).SongTitle, QStringLiteral("One"));
         }
     }
 
@@ -150,7 +156,6 @@ private slots:
         const QString old = fileWith("[General]\nSongDataNum=0\n");
         QTest::newRow("below a file") << old + QLatin1String("/a.ini") << RLIM_INFINITY;
         QTest::newRow("a directory") << dir.path() << RLIM_INFINITY;
-        QTest::newRow("value of 16 GB") << fileWith("[General]\n" + kHugeValue) << RLIM_INFINITY;
         QTest::newRow("full disk") << old << rlim_t{0};
         QTest::newRow("disk with room for a part") << old << rlim_t{300};
         QTest::newRow("disk with room for a part, no old file") << freshPath() << rlim_t{300};

@@ -302,22 +302,20 @@ void Walk::closeAndReopen()
 void Walk::verifyStates()
 {
     const bool hasShow = shown != -1;
-    const std::pair<const char*, bool> states[] = {
-        {"pushShowListAdd", true},
-        {"pushShowListAllDel", true},
-        {"pushShowListDelete", showButtons},
-        {"pushShowListDuplicate", showButtons},
-        {"pushSongListAdd", true},
-        {"pushSongListAllDel", true},
-        {"pushSongListDelete", songDelete},
-        {"pushAddSpace", hasShow},
-        {"listWidgetSong", hasShow},
-        {"tableSetList", hasShow},
-        {"pushSongInsert", insert},
-        {"pushSetUp", up},
-        {"pushSetDown", down},
-        {"pushSetDelete", setDelete},
-    };
+    const std::pair<const char*, bool> states[] = {{"pushShowListAdd", true},
+                                                   {"pushShowListAllDel", true},
+                                                   {"pushShowListDelete", showButtons},
+                                                   {"pushShowListDuplicate", showButtons},
+                                                   {"pushSongListAdd", true},
+                                                   {"pushSongListAllDel", true},
+                                                   {"pushSongListDelete", songDelete},
+                                                   {"pushAddSpace", hasShow},
+                                                   {"listWidgetSong", hasShow},
+                                                   {"tableSetList", hasShow},
+                                                   {"pushSongInsert", insert},
+                                                   {"pushSetUp", up},
+                                                   {"pushSetDown", down},
+                                                   {"pushSetDelete", setDelete}};
     for (const auto& [name, isEnabled] : states) {
         QVERIFY2(editor->isEnabled(name) == isEnabled, name);
     }

@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: MIT
+#include "serialisedvalues.h"
+
+#include "hexdigit.h"
+
+#include <cstring>
+#include <string_view>
+
+namespace {
+
+// How the settings class writes the type of a colour, behind "@Variant(".
+constexpr char kColorType[] = R"(\0\0\0\x43)";
+constexpr int kColorTypeSize = sizeof(kColorType) - 1;
+
+// Behind a backslash, besides those of numbers.
+constexpr std::string_view kMeaningfulEscapes = "abfnrtv\"?'\\";
+
+// Goes through the characters of a value as an INI file spells them: as themselves, as escapes, and
+// with quotes and escapes without a meaning between them.
+class SpelledText
+{
+public:
+    SpelledText(const QByteArray& file, int start) : content(file), at(start) {}
+
+    // The next character, or 0 at the end of the file and of those with an escape of their own.
+    char16_t next()
+    {
+        while (at < content.size()) {
+            const char c = content.at(at++);
+            if (c == '\\' && at < content.size()) {
+                const char escaped = content.at(at);
+                if (escaped >= '0' && escaped <= '7') {
+                    return number(8);
+                }
+                ++at;
+                if (escaped == 'x') {
+                    return number(16);
+                }
+                if (kMeaningfulEscapes.find(escaped) != std::string_view::npos) {
+                    return 0;
+                }
+                if (isLineEnd(escaped) && at < content.size() && isLineEnd(content.at(at)) &&
+                    content.at(at) != escaped) {
+                    ++at; // A line end of two characters.
+                }
+            } else if (c != '"') {
+                return static_cast<unsigned char>(c);
+            }
+        }
+        return 0;
+    }
+
+    bool startsWith(const char* text)
+    {
+        for (; *text != 0; ++text) {
+            if (next() != static_cast<unsigned char>(*text)) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    [[nodiscard]] int position() const { return at; }
+
+private:
+    static bool isLineEnd(char c) { return c == '\n' || c == '\r'; }
+
+    // Of a number that is too large for a character, the settings class takes the lowest bits.
+    char16_t number(int base)
+    {
+        char16_t value = 0;
+        for (; at < content.size(); ++at) {
+            const int digit = hexDigitValue(content.at(at));
+            if (digit < 0 || digit >= base) {
+                break;
+            }
+            value = static_cast<char16_t>(value * base + digit);
+        }
+        return value;
+    }
+
+    const QByteArray& content;
+    int at;
+};
+
+bool isColor(const QByteArray& content, int at)
+{
+    const int end = at + kColorTypeSize;
+    return content.size() > end && hexDigitValue(content.at(end)) < 0 &&
+           std::strncmp(content.data() + at, kColorType, kColorTypeSize) == 0;
+}
+
+// True if an odd number of backslashes stands before the character at `at`.
+bool isEscaped(const QByteArray& content, int at)
+{
+    int first = at;
+    while (first > 0 && content.at(first - 1) == '\\') {
+        --first;
+    }
+    return (at - first) % 2 != 0;
+}
+
+bool isHarmful(const QByteArray& content, int start)
+{
+    SpelledText value(content, start);
+    char16_t first = value.next();
+    while (first == ' ' || (first >= '\t' && first <= '\r')) {
+        first = value.next();
+    }
+    if (first != '@') {
+        return false;
+    }
+    SpelledText other = value;
+    return other.startsWith("DateTime(") ||
+           (value.startsWith("Variant(") && !isColor(content, value.position()));
+}
+
+} // namespace
+
+std::optional<QByteArray> defuseSerialisedValues(const QByteArray& content)
+{
+    QByteArray result;
+    int copied = 0;
+    int start = 0;
+    for (const char c : content) {
+        ++start; // Of a value, or a member of a list of values, if c is one of these.
+        if ((c == '=' || c == ',') && !isEscaped(content, start - 1) && isHarmful(content, start)) {
+            result.append(content.mid(copied, start - copied));
+            result.append('@'); // A doubled @ stands for one in a text.
+            copied = start;
+        }
+    }
+    if (copied == 0) {
+        return std::nullopt;
+    }
+    return result.append(content.mid(copied));
+}
