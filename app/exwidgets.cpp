@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "exwidgets.h"
 
+#include <QLineEdit>
 #include <QWheelEvent>
 
 namespace {
@@ -52,6 +53,11 @@ void ExPushButton::focusInEvent(QFocusEvent* event)
     ExWidget::focusInEvent(event);
 }
 
+void ExPushButton::keyReleaseEvent(QKeyEvent*)
+{
+    // The toolkit would click a button that the window's own click animation holds down.
+}
+
 void ExComboBox::showPopup()
 {
     QComboBox::showPopup();
@@ -72,14 +78,27 @@ void ExComboBox::wheelEvent(QWheelEvent* event)
     event->ignore();
 }
 
-void ExTableWidget::commitEditor(int row)
+ExTableWidget::Cell ExTableWidget::suspendEditing()
 {
-    const QModelIndex index = currentIndex();
-    if (!isEditing() || index.row() != row) {
+    QWidget* editor = isEditing() ? indexWidget(currentIndex()) : nullptr;
+    if (!editor) {
+        return {};
+    }
+    const Cell cell{currentRow(), currentColumn()};
+    commitData(editor);
+    closeEditor(editor, QAbstractItemDelegate::NoHint);
+    return cell;
+}
+
+void ExTableWidget::continueEditing(const Cell& cell)
+{
+    if (cell.row == -1 || !item(cell.row, cell.column)) {
         return;
     }
-    if (QWidget* editor = indexWidget(index)) {
-        commitData(editor);
+    setCurrentCell(cell.row, cell.column);
+    editItem(item(cell.row, cell.column));
+    if (auto* editor = qobject_cast<QLineEdit*>(indexWidget(currentIndex()))) {
+        editor->end(false);
     }
 }
 

@@ -58,6 +58,7 @@ public:
 
 protected:
     void focusInEvent(QFocusEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
 };
 
 // Changed by its list alone, which gives the focus to the set-list table when it closes; a turn of
@@ -102,8 +103,16 @@ public:
 
     bool isEditing() const { return state() == EditingState; }
 
-    // Stores what is being typed into a cell of this row, if anything is.
-    void commitEditor(int row);
+    struct Cell
+    {
+        int row = -1;
+        int column = -1;
+    };
+    // Stores what is being typed into a cell and closes its editor, which rows that come and go
+    // would do without storing. That cell; row -1 if nothing is being edited.
+    Cell suspendEditing();
+    // Opens the editor of a cell to type on behind its text; nothing for row -1.
+    void continueEditing(const Cell& cell);
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;

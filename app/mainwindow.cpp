@@ -316,7 +316,6 @@ void MainWindow::redrawRow(int row, SEND_STATE state)
     if (row < 0 || row >= tableSetList->rowCount()) {
         return;
     }
-    tableSetList->commitEditor(row);
     if (const EditDataSet* entry = shownEntry(row)) {
         tableSetList->removeRow(row);
         insertSet(row, *entry, state);
@@ -377,7 +376,9 @@ void MainWindow::on_pushEdit_clicked()
 
 void MainWindow::on_pushPreference_clicked()
 {
-    renewDeadMidiConnection();
+    if (isMidiEmpty()) {
+        reopenMidiPorts(); // So that the ports of a server that came back can be chosen.
+    }
     preferenceDialog->setDispFromEdit();
     preferenceDialog->exec();
     giveFocusToTable();

@@ -119,6 +119,8 @@ private:
     void setSendButtonIsShow(bool show);
     void locateSelected();
     void locateEntry(int pos);
+    void unmark();
+    void mark(int pos);
     bool isLocatable(int pos);
     void followWrittenShows();
 
@@ -139,9 +141,8 @@ private:
     void connectMidi();
     std::vector<PortError> openMidiPorts();
     void closeMidiPorts();
-    [[nodiscard]] bool isEveryNamedPortOpen() const;
+    bool isMidiEmpty(); // No port anywhere.
     std::vector<PortError> reopenMidiPorts();
-    void renewDeadMidiConnection();
     void locateNext();
     void pressTableKey(Qt::Key key);
 

@@ -31,14 +31,14 @@ void MainWindow::midiReconnect()
     }
 }
 
-// Closes the ports and opens them by the names of the preferences. A named port that stays closed
-// may be one of a MIDI server that died and came back, which nothing of the old connection can
+// Closes the ports and opens them by the names of the preferences. An error, or nothing to be seen
+// at all, may mean a MIDI server that died and came back, which nothing of the old connection can
 // reach: then all connections are given up before any is made anew.
 std::vector<MainWindow::PortError> MainWindow::reopenMidiPorts()
 {
     closeMidiPorts();
     std::vector<PortError> errors = openMidiPorts();
-    if (isEveryNamedPortOpen()) {
+    if (errors.empty() && !isMidiEmpty()) {
         return errors;
     }
     midiIn->dropBackEnd();
@@ -47,11 +47,14 @@ std::vector<MainWindow::PortError> MainWindow::reopenMidiPorts()
     return openMidiPorts();
 }
 
-bool MainWindow::isEveryNamedPortOpen() const
+bool MainWindow::isMidiEmpty()
 {
-    return (editData.MidiInPort.isEmpty() || midiIn->isPortOpen()) &&
-           (editData.ShortcutMidiInPort.isEmpty() || shortcutMidiIn->isPortOpen()) &&
-           (editData.MidiOutPort.isEmpty() || midiOut->isPortOpen());
+    try {
+        return midiIn->getPorts().isEmpty() && shortcutMidiIn->getPorts().isEmpty() &&
+               midiOut->getPorts().isEmpty();
+    } catch (const RtMidiError&) {
+        return true;
+    }
 }
 
 void MainWindow::closeMidiPorts()
@@ -88,6 +91,7 @@ std::vector<MainWindow::PortError> MainWindow::openMidiPorts()
     }
     if (!editData.MidiOutPort.isEmpty()) {
         attempt(tr("Midi Out Open Error"), [this] {
+            midiOut->requireBackEnd();
             const int index = midiOut->getPorts().indexOf(editData.MidiOutPort);
             if (index != -1) {
                 midiOut->openPort(static_cast<unsigned int>(index));
@@ -95,23 +99,6 @@ std::vector<MainWindow::PortError> MainWindow::openMidiPorts()
         });
     }
     return errors;
-}
-
-// A MIDI system that lists nothing at all may be gone for good: try a new connection, so that the
-// preferences can list the ports of a server that came back.
-void MainWindow::renewDeadMidiConnection()
-{
-    const auto listsNothing = [this] {
-        return midiIn->getPorts().isEmpty() && shortcutMidiIn->getPorts().isEmpty() &&
-               midiOut->getPorts().isEmpty();
-    };
-    try {
-        if (listsNothing()) {
-            reopenMidiPorts();
-        }
-    } catch (const RtMidiError& error) {
-        qWarning("The MIDI ports cannot be listed: %s", error.what());
-    }
 }
 
 void MainWindow::onMidiReceive(QMidiMessage* pMidMsg)
@@ -148,7 +135,9 @@ void MainWindow::locateNext()
     }
     const int selected = selectedPos();
     locateEntry(nextPos);
-    selectedRow(selected);
+    if (!tableSetList->isEditing()) {
+        selectedRow(selected);
+    }
 }
 
 void MainWindow::onShortcutMidiReceive(QMidiMessage* pMidMsg)

@@ -73,7 +73,9 @@ void MainWindow::locateSelected()
     const int pos = posToLocate();
     if (isLocatable(pos) && shownEntry(pos)->SetType == kSetTypeSong) {
         locateEntry(pos);
-        selectedRow(pos);
+        if (!tableSetList->isEditing()) {
+            selectedRow(pos);
+        }
     }
 }
 
@@ -85,24 +87,34 @@ bool MainWindow::isLocatable(int pos)
     return entry && TableLook::showsEntry(tableSetList, pos, *entry);
 }
 
-// Sends the song entry at `pos`, moves the marks to it and to the song after it, and ends the run
-// if there is none. The caller sets the selection, which the redrawn rows lose.
+// Sends the song entry at `pos` and marks it. A cell that is being edited stays so; otherwise the
+// caller sets the selection, which the redrawn rows lose.
 void MainWindow::locateEntry(int pos)
 {
-    const auto unmark = [this] {
-        redrawRow(sentPos, NOT_SENT);
-        redrawRow(nextPos, NOT_SENT);
-    };
+    const ExTableWidget::Cell edited = tableSetList->suspendEditing();
     unmark();
-    if (!shownEntry(pos)) {
-        return; // An edit that was stored on the way has taken the show away.
+    // Storing an edit can take a show away that has no title.
+    if (const EditDataSet* shown = shownEntry(pos)) {
+        const EditDataSet entry = *shown;
+        sendKeyEvent(entry);
+        unmark(); // A message box has run the event loop, and something else was located.
+        mark(pos);
     }
-    const EditDataSet entry = *shownEntry(pos);
-    sendKeyEvent(entry);
+    tableSetList->continueEditing(edited);
+}
+
+void MainWindow::unmark()
+{
+    redrawRow(sentPos, NOT_SENT);
+    redrawRow(nextPos, NOT_SENT);
+}
+
+// Marks the entry as sent and the song after it as next; the run ends if there is none.
+void MainWindow::mark(int pos)
+{
     if (!shownEntry(pos)) {
-        return; // A message box has run the event loop, and the entry is gone.
+        return; // It has gone while it was being sent.
     }
-    unmark(); // Or something else was located meanwhile.
     redrawRow(pos, SENT);
     sentPos = pos;
     nextPos = getNextPos(pos, *shownSetList());

@@ -52,4 +52,9 @@ function(velt_test name)
     set_tests_properties(${name} PROPERTIES
         TIMEOUT ${arg_TIMEOUT} LABELS "${arg_LABELS}" SKIP_REGULAR_EXPRESSION "Totals: 0 passed"
         ENVIRONMENT "QTEST_FUNCTION_TIMEOUT=90000;QTEST_DISABLE_STACK_DUMP=1")
+    # What the sanitizers find in libraries that are not ours.
+    set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT
+        "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0"
+        "ASAN_OPTIONS=fast_unwind_on_malloc=0"
+        "TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/tsan.supp")
 endfunction()

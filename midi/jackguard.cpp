@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "jackguard.h"
 
-#include <QElapsedTimer>
-
 #include <RtMidi.h>
 
 namespace {
 
-constexpr std::size_t kRingBudgetBytes = 8192; // Half of the library's ring.
+constexpr std::size_t kRingBudgetBytes = 4096; // A quarter of the library's ring.
 constexpr std::size_t kRingHeaderBytes = sizeof(int);
+constexpr qint64 kRetryMs = 1000;
 constexpr qint64 kNoCycleMs = 990; // Closing a port gives up waiting for a cycle after a second.
 
 } // namespace
@@ -19,37 +18,45 @@ JackGuard::~JackGuard() = default;
 
 void JackGuard::portOpened()
 {
-    if (failed) {
-        // A proof that timed out leaves the old client with a cycle to its credit.
+    if (!prober) {
         prober = std::make_unique<RtMidiOut>(RtMidi::UNIX_JACK, "RtMidi Output Guard");
     }
-    failed = !cycleRuns();
+    cycleRuns();
 }
 
 bool JackGuard::admit(std::size_t bytes)
 {
     const std::size_t needed = bytes + kRingHeaderBytes;
     const auto mayHold = [this] { return sentBeforeProof + sentSinceProof; };
-    while (!failed && mayHold() > 0 && mayHold() + needed > kRingBudgetBytes) {
-        failed = !prove();
+    while (mayHold() > 0 && mayHold() + needed > kRingBudgetBytes) {
+        if (!prove()) {
+            return false;
+        }
     }
-    if (!failed) {
-        sentSinceProof += needed;
-    }
-    return !failed;
+    sentSinceProof += needed;
+    return true;
 }
 
 bool JackGuard::prove()
 {
-    if (!cycleRuns()) {
-        qWarning("The JACK server does not answer; nothing more is sent until the port is opened");
+    if (sinceFailure.isValid() && !sinceFailure.hasExpired(kRetryMs)) {
         return false;
     }
+    if (!cycleRuns()) {
+        if (!sinceFailure.isValid()) {
+            qWarning("The JACK server does not answer; messages to it are dropped");
+        }
+        sinceFailure.start();
+        return false;
+    }
+    sinceFailure.invalidate();
     sentBeforeProof = sentSinceProof;
     sentSinceProof = 0;
     return true;
 }
 
+// A wait that timed out leaves a cycle to the prober's credit, so that from then on each proof is
+// of the time before the last one. The budget allows for that.
 bool JackGuard::cycleRuns()
 {
     try {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QtGlobal>
+#include <QElapsedTimer>
 
 #include <cstddef>
 #include <memory>
@@ -27,14 +27,13 @@ public:
     Q_DISABLE_COPY_MOVE(JackGuard)
 
     // To be called after the guarded port has been opened, and at no other time: makes the client
-    // for the proofs where there is none or where the last proof failed, and a client must not be
-    // made while the server may be dead, see QMidiIn::dropBackEnd(). Waits for a cycle, from which
-    // on the port's new connection carries what is sent.
+    // for the proofs where there is none, and a client must not be made while the server may be
+    // dead, see QMidiIn::dropBackEnd(). Waits for a cycle, from which on the port's new connection
+    // carries what is sent.
     void portOpened();
 
-    // To be called before each message of so many bytes: true if the ring will take it. False, and
-    // so from then on until portOpened(), if cycles do not run any more; the first time with a
-    // warning.
+    // To be called before each message of so many bytes: true if the ring will take it. False while
+    // cycles do not run, with a warning at the first message; asks again once a second.
     [[nodiscard]] bool admit(std::size_t bytes);
 
 private:
@@ -42,7 +41,7 @@ private:
     bool cycleRuns();
 
     std::unique_ptr<RtMidiOut> prober;
-    bool failed = true;
+    QElapsedTimer sinceFailure; // Invalid unless the last proof failed.
     // Bytes that may still be in the ring. The cycle that a proof saw has emptied it of what was
     // sent before the proof ahead of it, and perhaps not yet of what was sent after that.
     std::size_t sentBeforeProof = 0;

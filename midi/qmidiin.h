@@ -51,7 +51,7 @@ signals:
     // with the next event.
     void midiMessageReceived(QMidiMessage* message);
 
-public slots:
+public:
     // Hands on a message as if it had arrived here. It stays the caller's to free.
     void onMidiMessageReceive(QMidiMessage* message);
 

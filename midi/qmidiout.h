@@ -18,10 +18,8 @@ class RtMidiOut;
 // What is sent while the port is closed goes nowhere: it is never handed to the library, which
 // would keep it for a later connection. So do empty messages.
 //
-// Over JACK the library itself never notices that the server has died or stands still, and would
-// hang in the end. There a send throws RtMidiError instead, and so does every later one until the
-// port is opened again; what was sent in the second before may be lost. A send after a second
-// without one waits for the server's next cycle, a few milliseconds.
+// Over JACK the library never notices that the server has died or stands still, and would hang in
+// the end. Before that happens, messages are dropped, with one warning, until the server answers.
 class QMidiOut : public QObject
 {
     Q_OBJECT
@@ -31,6 +29,8 @@ public:
     ~QMidiOut() override;
 
     QStringList getPorts();
+    // Throws what the library says if no MIDI back end can be had.
+    void requireBackEnd() { backEndOrThrow(); }
     void openPort(unsigned int index);
     void openVirtualPort(const QString& name);
     void closePort();

@@ -9,7 +9,7 @@
 
 // The strings and key events that the providers hand out outside macOS, with the calls that need
 // nothing else: CFRelease, CFStringGet..., CGEventCreateKeyboardEvent, CGEventSetFlags. An object
-// lives until it is released, once; releasing or reading another pointer does nothing.
+// lives until it is released, once; releasing or reading it later is an error.
 
 // NOLINTBEGIN(bugprone-reserved-identifier): the platform's own names.
 struct __CFString

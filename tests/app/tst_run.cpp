@@ -270,6 +270,9 @@ void TestRun::editThatIsOpenIsKept()
     QTest::keyClicks(op.edit(2, 1), "half typed");
     op.endOfSong(); // Redraws the very row.
     QCOMPARE(op.table->item(2, 1)->text(), "half typed");
+    QTest::keyClicks(op.openEditor(), " 0 on"); // What is typed on is no key for the DAW.
+    QTest::keyClick(op.openEditor(), Qt::Key_Return);
+    QTRY_COMPARE(op.table->item(2, 1)->text(), QString("half typed 0 on"));
     QVERIFY(setListFile().contains("half typed"));
 }
 

@@ -51,20 +51,6 @@ void handleMessage(QtMsgType type, const QMessageLogContext& context, const QStr
 
 } // namespace
 
-// Read by the address sanitizer, where there is one. The offscreen platform never frees its screen;
-// the slow unwinder is needed to see through the system's libraries that it is that screen.
-// NOLINTBEGIN(bugprone-reserved-identifier): the sanitizer's names
-extern "C" const char* __lsan_default_suppressions()
-{
-    return "leak:libqoffscreen\n";
-}
-
-extern "C" const char* __asan_default_options()
-{
-    return "fast_unwind_on_malloc=0:print_suppressions=0";
-}
-// NOLINTEND(bugprone-reserved-identifier)
-
 void TestCase::expectWarning(const QString& pattern)
 {
     const QMutexLocker lock(&warningsLock);
