@@ -48,6 +48,8 @@ void EditDialog::setUpTables()
 {
     for (QTableWidget* table : {ui->tableShowList, ui->tableSongList, ui->tableSetList}) {
         TableLook::styleTable(table);
+        table->setTabKeyNavigation(
+            false); // Tab leaves the table; in an open cell it goes on to the next.
         table->horizontalHeader()->setStretchLastSection(true);
         TableLook::styleHeader(table->horizontalHeader());
         table->verticalHeader()->hide();
@@ -63,6 +65,7 @@ void EditDialog::setUpTables()
 void EditDialog::setDispFromEdit()
 {
     const QScopedValueRollback<bool> updating(isUpdating, true);
+    ui->listWidgetSong->clearSelection();
     fillShowTable();
     fillSongTable();
     ui->tableShowList->setFocus(); // And not the button that closed the editor before.

@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <limits>
 
 namespace {
 
@@ -145,8 +146,8 @@ void EditDialog::setSongListView()
 
 void EditDialog::on_pushSongListAdd_clicked()
 {
-    if (isUpdating) {
-        return;
+    if (isUpdating || editData->MaxSongId == std::numeric_limits<std::int32_t>::max()) {
+        return; // Only a hand-edited file uses up the ids.
     }
     const QScopedValueRollback<bool> updating(isUpdating, true);
     const int selected = EditRows::selected(ui->tableSongList);

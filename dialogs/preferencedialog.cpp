@@ -100,11 +100,23 @@ void PreferenceDialog::setDispFromEdit()
     const QScopedValueRollback<bool> updating(isUpdating, true);
     setModeFromEdit();
     ui->editDeviceID->setText(editData->DeviceId);
+    if (ui->editDeviceID->text() != editData->DeviceId || !ui->editDeviceID->hasAcceptableInput()) {
+        // A hand-edited text that the field cannot hold: what it stands for.
+        ui->editDeviceID->setText(
+            editData->DeviceId.isEmpty() ? QString() : formatDeviceId(editData->DeviceIdValue));
+    }
     ui->checkBoxArrowKey->setChecked(editData->ArrowKeyMode);
     ui->checkBoxShowKey->setChecked(editData->ShowKeyButton);
     setPortsFromEdit();
     setNotesFromEdit();
     setColorsFromEdit();
+    // And not on the button that closed the dialog before.
+    for (QRadioButton* radio :
+         {ui->radioProBars, ui->radioProMarker, ui->radioStudioBars, ui->radioStudioMarker}) {
+        if (radio->isChecked()) {
+            radio->setFocus();
+        }
+    }
     isChanged = false;
 }
 

@@ -206,6 +206,9 @@ void PreferenceDialog::setEditFromColors()
 
 void PreferenceDialog::chooseColor(QColor& colour, QPushButton* button)
 {
+    if (isUpdating) {
+        return;
+    }
     const QColor chosen = QColorDialog::getColor(colour, this);
     if (chosen.isValid()) {
         colour = chosen;

@@ -21,7 +21,8 @@ void JackGuard::portOpened()
     if (!prober) {
         prober = std::make_unique<RtMidiOut>(RtMidi::UNIX_JACK, "RtMidi Output Guard");
     }
-    cycleRuns();
+    sinceFailure.invalidate();
+    prove();
 }
 
 bool JackGuard::admit(std::size_t bytes)
