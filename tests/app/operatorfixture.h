@@ -24,7 +24,7 @@ EditData sampleData();
 class Operator
 {
 public:
-    explicit Operator(EditData data = sampleData());
+    explicit Operator(EditData initial = sampleData());
 
     QPushButton* button(const QString& name) const; // By its text or spoken name.
     void press(const QString& name) const;          // Clicks; returns when the slot has run.

@@ -169,11 +169,10 @@ void TestStartup::largeShowsSwitchAtOnce()
         data.SongList.push_back(song(i, QString("Song %1").arg(i), i, i));
     }
     data.ShowList.resize(100);
-    for (int s = 0; s < 100; ++s) {
-        data.ShowList[std::size_t(s)].ShowTitle = QString("Show %1").arg(s);
-        for (int i = 0; i < 200; ++i) {
-            data.ShowList[std::size_t(s)].SetList.push_back(
-                songEntry(data.SongList[std::size_t(s * 40 + i)]));
+    for (std::size_t s = 0; s < data.ShowList.size(); ++s) {
+        data.ShowList[s].ShowTitle = QString("Show %1").arg(s);
+        for (std::size_t i = 0; i < 200; ++i) {
+            data.ShowList[s].SetList.push_back(songEntry(data.SongList[s * 40 + i]));
         }
     }
     const Operator op(data);

@@ -33,7 +33,7 @@ private:
     QString window(); // Waits for it; its X id.
     QRect geometryOnScreen();
     void closeWindow();
-    static QByteArray run(const QString& program, const QStringList& arguments);
+    static QByteArray run(const QString& name, const QStringList& arguments);
     QString file(const QString& name) const { return home->filePath("VELT/" + name); }
 
     std::unique_ptr<QTemporaryDir> home;

@@ -35,12 +35,12 @@ ModalScript::~ModalScript()
     }
 }
 
-void ModalScript::answer(const Box& box, QMessageBox::StandardButton button)
+void ModalScript::answer(const Box& box, QMessageBox::StandardButton answer)
 {
-    steps.emplace_back([box, button](QWidget* window) {
+    steps.emplace_back([box, answer](QWidget* window) {
         auto* shown = qobject_cast<QMessageBox*>(window);
         checkBox(shown, box);
-        QAbstractButton* pressed = shown ? shown->button(button) : nullptr;
+        QAbstractButton* pressed = shown ? shown->button(answer) : nullptr;
         if (pressed) {
             pressed->click();
         } else {
@@ -50,9 +50,9 @@ void ModalScript::answer(const Box& box, QMessageBox::StandardButton button)
 }
 
 void ModalScript::answerQuestion(const QString& text, QMessageBox::StandardButtons buttons,
-                                 QMessageBox::StandardButton button)
+                                 QMessageBox::StandardButton answerButton)
 {
-    answer({QMessageBox::Question, QString(), text, buttons}, button);
+    answer({QMessageBox::Question, QString(), text, buttons}, answerButton);
 }
 
 void ModalScript::expect(const std::function<void(QWidget*)>& act)

@@ -32,7 +32,7 @@ public:
     void answer(const Box& box, QMessageBox::StandardButton answer);
     // The same for a question without a title, as all questions of the program are.
     void answerQuestion(const QString& text, QMessageBox::StandardButtons buttons,
-                        QMessageBox::StandardButton answer);
+                        QMessageBox::StandardButton answerButton);
     // Waits for any other modal window and hands it over; `act` must make it close.
     void expect(const std::function<void(QWidget*)>& act);
 
