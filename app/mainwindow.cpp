@@ -211,9 +211,11 @@ void MainWindow::setShowData()
         setOperationOff(); // Its marks go with the rows.
     }
     comboShowList->clear();
+    QStringList titles;
     for (const EditDataShow& show : editData.ShowList) {
-        comboShowList->addItem(show.ShowTitle);
+        titles << show.ShowTitle;
     }
+    comboShowList->addItems(titles); // Shows the first.
     processPos = -1;
 }
 
