@@ -104,6 +104,7 @@ int runTestCaseOnDisplay(int argc, char** argv,
     environment.insert(QLatin1String(kIsChild), QStringLiteral("1"));
     environment.insert(QStringLiteral("DISPLAY"), server.display());
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+    environment.insert(QStringLiteral("QT_XCB_GL_INTEGRATION"), QStringLiteral("none")); // As velt.
     child.setProcessEnvironment(environment);
     child.setProcessChannelMode(QProcess::ForwardedChannels);
     child.start(QCoreApplication::applicationFilePath(), QCoreApplication::arguments().mid(1));
