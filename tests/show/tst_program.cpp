@@ -27,6 +27,7 @@ private slots:
     void unwritableConfiguration();
     void killed();
     void noDisplay();
+    void cleanupTestCase() { xcb_disconnect(server); }
 
 private:
     void start();
@@ -39,7 +40,7 @@ private:
     std::unique_ptr<QTemporaryDir> home;
     QProcessEnvironment environment;
     std::unique_ptr<QProcess> program;
-    xcb_connection_t* server = xcb_connect(nullptr, nullptr); // Lives as long as the test.
+    xcb_connection_t* server = xcb_connect(nullptr, nullptr);
 };
 
 void TestProgram::init()
