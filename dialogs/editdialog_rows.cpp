@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "editdialog_rows.h"
 
+#include "tablelook.h"
+
 #include <QTableWidget>
 
 #include <algorithm>
@@ -32,19 +34,9 @@ void select(QTableWidget* table, int row)
     table->setCurrentCell(row, 0, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
 }
 
-UpdatesOff::UpdatesOff(QTableWidget* tableToChange) : table(tableToChange)
-{
-    table->setUpdatesEnabled(false);
-}
-
-UpdatesOff::~UpdatesOff()
-{
-    table->setUpdatesEnabled(true);
-}
-
 void remove(QTableWidget* table, const std::vector<int>& rows)
 {
-    const UpdatesOff updatesOff(table);
+    const TableLook::UpdatesOff updatesOff(table);
     for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
         table->removeRow(*row);
     }

@@ -19,18 +19,6 @@ std::vector<int> allSelected(const QTableWidget* table);
 // Selects this row alone and makes its first cell current, whatever keys are held down.
 void select(QTableWidget* table, int row);
 
-// Keeps a table from laying itself out after each of many rows that are inserted or removed.
-class UpdatesOff
-{
-public:
-    explicit UpdatesOff(QTableWidget* table);
-    ~UpdatesOff();
-    Q_DISABLE_COPY_MOVE(UpdatesOff)
-
-private:
-    QTableWidget* table;
-};
-
 // Removes the rows, given ascending.
 void remove(QTableWidget* table, const std::vector<int>& rows);
 

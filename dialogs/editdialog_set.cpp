@@ -41,7 +41,7 @@ void EditDialog::insertSongs()
 
     const int selected = EditRows::selected(ui->tableSetList);
     int row = selected == -1 ? ui->tableSetList->rowCount() : selected + 1;
-    const EditRows::UpdatesOff updatesOff(ui->tableSetList);
+    const TableLook::UpdatesOff updatesOff(ui->tableSetList);
     for (const int songRow : chosen) {
         EditDataSet entry;
         entry.Song = songListView[songRow];
@@ -124,7 +124,7 @@ void EditDialog::moveSelectedEntries(int step, QPushButton* pressed)
     {
         const QScopedValueRollback<bool> updating(isUpdating, true);
         QTableWidget* table = ui->tableSetList;
-        const EditRows::UpdatesOff updatesOff(table);
+        const TableLook::UpdatesOff updatesOff(table);
         std::vector<int> rows = EditRows::allSelected(table);
         if (step > 0) {
             std::reverse(rows.begin(), rows.end());

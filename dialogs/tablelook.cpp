@@ -117,15 +117,19 @@ bool showsEntry(const QTableWidget* table, int row, const EditDataSet& entry)
            cue->text() == entry.Cue;
 }
 
-Refill::Refill(QTableWidget* tableToFill) : table(tableToFill)
+UpdatesOff::UpdatesOff(QTableWidget* tableToChange) : table(tableToChange)
 {
     table->setUpdatesEnabled(false);
-    table->setRowCount(0);
 }
 
-Refill::~Refill()
+UpdatesOff::~UpdatesOff()
 {
     table->setUpdatesEnabled(true);
+}
+
+Refill::Refill(QTableWidget* table) : updatesOff(table)
+{
+    table->setRowCount(0);
 }
 
 } // namespace TableLook

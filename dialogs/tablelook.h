@@ -34,17 +34,27 @@ void insertEntry(QTableWidget* table, int row, const EditDataSet& entry);
 // True if the row reads like the entry: same kind, same texts.
 bool showsEntry(const QTableWidget* table, int row, const EditDataSet& entry);
 
+// Keeps a table from laying itself out after each of many rows that are inserted or removed.
+class UpdatesOff
+{
+public:
+    explicit UpdatesOff(QTableWidget* table);
+    ~UpdatesOff();
+    Q_DISABLE_COPY_MOVE(UpdatesOff)
+
+private:
+    QTableWidget* table;
+};
+
 // Removes all rows of a table and keeps its updates off for as long as this lives, so that filling
 // it anew takes linear time.
 class Refill
 {
 public:
     explicit Refill(QTableWidget* table);
-    ~Refill();
-    Q_DISABLE_COPY_MOVE(Refill)
 
 private:
-    QTableWidget* table;
+    UpdatesOff updatesOff;
 };
 
 } // namespace TableLook
