@@ -4,7 +4,7 @@
 # sourced it. That script sets $out, a folder for logs, and $bin, the folder of the build.
 # shellcheck shell=bash disable=SC2154
 
-screen=1440x900x24
+: "${screen:=1440x900x24}"
 started=()
 
 start() { # start NAME COMMAND...: in the background, its output in $out/NAME.log
