@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "modalscript.h"
 #include "operatorfixture.h"
 #include "qmidiin.h"
 #include "qmidiout.h"
@@ -262,6 +263,10 @@ void TestLiveLocate::dawDiesAndComesBack()
 
 void TestLiveLocate::midiServerDiesAndComesBack()
 {
+    const WindowManager windowManager(true);
+    if (windowManager.isMissing) {
+        QSKIP("openbox is not installed");
+    }
     auto daw = std::make_unique<StandIn>("Pro Tools");
     QVERIFY(daw->isReady());
     Operator op(liveData(0));
@@ -273,6 +278,16 @@ void TestLiveLocate::midiServerDiesAndComesBack()
     QTRY_COMPARE(daw->count("located bar 12"), 2);
     op.press("DAW STOP");
     QVERIFY(timer.elapsed() < 5000);
+    {
+        ModalScript script;
+        for (const char* title :
+             {"Midi In Open Error", "Shortcut Midi In Open Error", "Midi Out Open Error"}) {
+            script.answer(
+                {QMessageBox::Critical, title, "The MIDI server is gone", QMessageBox::Ok},
+                QMessageBox::Ok);
+        }
+        op.window.midiReconnect();
+    }
 
     daw.reset();
     QVERIFY2(jack->restart(), qPrintable(jack->why()));
