@@ -223,6 +223,8 @@ void Soak::playShow(int mode, int locates)
 {
     Recording::reset();
     Recording::setApplications({{"Finder"}, {mode < 2 ? "Pro Tools" : "Studio One"}});
+    source.reset(); // Before another takes its name.
+    sink.reset();
     source = std::make_unique<PeerSource>();
     sink = std::make_unique<PeerSink>();
     const EditData data = randomShow(mode);
