@@ -17,8 +17,7 @@ namespace {
 
 constexpr double kKeyMs = 30;
 constexpr double kPauseMs = 100;
-constexpr double kMidiLatencyMs = 30; // Two cycles of the server, and a busy machine.
-constexpr double kLateMs = 20;        // What a busy machine may add to an arrival.
+constexpr double kLateMs = 50; // Two cycles of the MIDI server, and a busy machine.
 
 EditData liveData(int mode)
 {
@@ -132,30 +131,25 @@ void TestLiveLocate::everyMode()
     QVERIFY(elsewhere.isActiveWindow());
     QVERIFY(elsewhere.text().isEmpty());
 
-    const auto arrival = [&daw](const QString& text) {
-        for (const StandIn::Event& event : daw.events()) {
-            if (event.text == text) {
-                return event.ms;
-            }
+    double mmc = 0;
+    QVector<double> strokes;
+    for (const StandIn::Event& event : daw.events()) {
+        if (event.text == kMmcStop) {
+            mmc = event.ms;
+        } else if (event.text.startsWith("key")) {
+            strokes << event.ms;
         }
-        return 0.0;
-    };
-    const double firstKey = arrival(presses(keys).first());
+    }
+    const double firstKey = strokes.first();
     if (mode == 0) {
-        QVERIFY(firstKey - arrival(kMmcStop) >= kPauseMs - kMidiLatencyMs);
+        QVERIFY(firstKey - mmc >= kPauseMs - kLateMs);
     } else {
         // The key follows at once, and may overtake the message, which waits for MIDI's next cycle.
-        QVERIFY(arrival(kMmcStop) - firstKey <= kMidiLatencyMs);
+        QVERIFY(mmc - firstKey <= kLateMs);
     }
-    // Each may be late on a busy machine, so that what follows seems early.
-    double last = firstKey - kPauseMs;
-    for (const StandIn::Event& event : daw.events()) {
-        if (event.text.startsWith("key")) {
-            const double least = event.text.startsWith("key up") ? kKeyMs : kPauseMs;
-            QVERIFY2(event.ms - last >= least - kLateMs, qPrintable(event.text));
-            last = event.ms;
-        }
-    }
+    const double pauses = kKeyMs * keys.size() + kPauseMs * (keys.size() - 1);
+    QVERIFY2(strokes.last() - firstKey >= pauses - kLateMs,
+             qPrintable(QString::number(strokes.last() - firstKey)));
 }
 
 void TestLiveLocate::costsItsPauses_data()
