@@ -106,7 +106,6 @@ private slots:
         expected << "Byte 0 = 153, Byte 1 = 36, Byte 2 = 100, stamp = 0\n"
                  << "Byte 0 = 128, Byte 1 = 36, Byte 2 = 0, stamp = " << deltas[1] / 1000 << '\n';
         QCOMPARE(output.str(), expected.str());
-        QVERIFY(deltas[1] > 0);
     }
 
     void deliversAllInOrderAndFreesThem()

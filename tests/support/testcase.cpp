@@ -15,7 +15,7 @@ namespace {
 
 QMutex warningsLock; // Warnings may come from threads of libraries.
 QStringList warnings;
-QStringList announced;
+QVector<QRegularExpression> announced;
 QtMessageHandler previousHandler = nullptr;
 
 void handleMessage(QtMsgType type, const QMessageLogContext& context, const QString& text)
@@ -33,9 +33,9 @@ void handleMessage(QtMsgType type, const QMessageLogContext& context, const QStr
 
 } // namespace
 
-void TestCase::expectWarning(const QString& part)
+void TestCase::expectWarning(const QString& pattern)
 {
-    announced.append(part);
+    announced.append(QRegularExpression(pattern));
 }
 
 void TestCase::init()
@@ -49,13 +49,14 @@ void TestCase::cleanup()
 {
     qInstallMessageHandler(previousHandler);
     const QMutexLocker lock(&warningsLock);
-    for (const QString& part : announced) {
-        const auto found = std::find_if(warnings.begin(), warnings.end(),
-                                        [&](const QString& text) { return text.contains(part); });
+    for (const QRegularExpression& pattern : announced) {
+        const auto found = std::find_if(warnings.begin(), warnings.end(), [&](const QString& text) {
+            return text.contains(pattern);
+        });
         if (found != warnings.end()) {
             warnings.erase(found);
         } else if (!QTest::currentTestFailed()) {
-            QFAIL(qPrintable(QStringLiteral("a warning did not come: ") + part));
+            QFAIL(qPrintable(QLatin1String("a warning did not come: ") + pattern.pattern()));
         }
     }
     QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(QLatin1Char('\n'))));

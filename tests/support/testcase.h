@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QRegularExpression>
 #include <QTest>
 
 #include <functional>
@@ -13,8 +14,8 @@ class TestCase : public QObject
     Q_OBJECT
 
 protected:
-    // Announces a warning with this text in it; the test function fails if it does not come.
-    static void expectWarning(const QString& part);
+    // Announces a warning that has this pattern in it; the test function fails if it does not come.
+    static void expectWarning(const QString& pattern);
 
 protected slots:
     void init();
