@@ -48,7 +48,7 @@ private slots:
                                    QStringLiteral(" a,b;c=\"d\\e\" [f]/%41%2F#'g' "),
                                    QStringLiteral("a\r\nb\tc\n") + QChar(0) + QLatin1Char('0'),
                                    QStringLiteral("@Invalid()"),
-                                   QStringLiteral("@@Variant(\\0)"),
+                                   QStringLiteral("@@Variant(\\0) =@Variant( ,@Variant("),
                                    QString(10'000, QChar(0x6b4c))};
         for (const QString& text : texts) {
             EditData data;
