@@ -19,3 +19,9 @@ void Report::fault(const QString& done, const QString& expected,
                 qPrintable(expected), qPrintable(happened));
     std::fflush(stdout);
 }
+
+void Report::skip(const QString& done, const QString& why)
+{
+    std::printf("SKIP  %s | %s\n", qPrintable(done), qPrintable(why));
+    std::fflush(stdout);
+}

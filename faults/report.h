@@ -28,6 +28,9 @@ public:
     // `act` does what `done` says and returns what happened, or throws NotAsExpected.
     void fault(const QString& done, const QString& expected, const std::function<QString()>& act);
 
+    // A fault that cannot be made on this machine.
+    static void skip(const QString& done, const QString& why);
+
     // For the end of main().
     [[nodiscard]] int exitCode() const { return hasFailed ? 1 : 0; }
 
