@@ -1,15 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "datafiles.h"
 
-#include <QDateTime>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
+#include <QThread>
 
 namespace {
 
-// A live process fills the lock it made within microseconds.
-constexpr qint64 kAbandonedLockAgeMs = 3000;
+// A live process fills the lock it made within microseconds, unless the machine holds it up.
+constexpr qint64 kLockFillMs = 100;
+constexpr unsigned long kLockPollMs = 5;
 
 QString dataFilePath(QLatin1String name)
 {
@@ -36,9 +38,15 @@ QString displayStatusFilePath()
 
 void removeAbandonedLock(const QString& settingsPath)
 {
-    const QFileInfo lock(settingsPath + QLatin1String(".lock"));
-    if (lock.isFile() && lock.size() == 0 &&
-        lock.lastModified().msecsTo(QDateTime::currentDateTime()) > kAbandonedLockAgeMs) {
-        QFile::remove(lock.filePath());
+    QFileInfo lock(settingsPath + QLatin1String(".lock"));
+    lock.setCaching(false);
+    QElapsedTimer watched;
+    watched.start();
+    while (lock.isFile() && lock.size() == 0) {
+        if (watched.hasExpired(kLockFillMs)) {
+            QFile::remove(lock.filePath());
+            return;
+        }
+        QThread::msleep(kLockPollMs);
     }
 }

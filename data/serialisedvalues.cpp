@@ -15,6 +15,18 @@ constexpr int kColorTypeSize = sizeof(kColorType) - 1;
 // Behind a backslash, besides those of numbers.
 constexpr std::string_view kMeaningfulEscapes = "abfnrtv\"?'\\";
 
+bool isLineEnd(char c)
+{
+    return c == '\n' || c == '\r';
+}
+
+// True if a line end of two characters is at `at`.
+bool isLongLineEnd(const QByteArray& content, int at)
+{
+    return at + 1 < content.size() && isLineEnd(content.at(at)) && isLineEnd(content.at(at + 1)) &&
+           content.at(at) != content.at(at + 1);
+}
+
 // Goes through the characters of a value as an INI file spells them: as themselves, as escapes, and
 // with quotes and escapes without a meaning between them.
 class SpelledText
@@ -32,16 +44,12 @@ public:
                 if (escaped >= '0' && escaped <= '7') {
                     return number(8);
                 }
-                ++at;
+                at += isLongLineEnd(content, at) ? 2 : 1;
                 if (escaped == 'x') {
                     return number(16);
                 }
                 if (kMeaningfulEscapes.find(escaped) != std::string_view::npos) {
                     return 0;
-                }
-                if (isLineEnd(escaped) && at < content.size() && isLineEnd(content.at(at)) &&
-                    content.at(at) != escaped) {
-                    ++at; // A line end of two characters.
                 }
             } else if (c != '"') {
                 return static_cast<unsigned char>(c);
@@ -63,8 +71,6 @@ public:
     [[nodiscard]] int position() const { return at; }
 
 private:
-    static bool isLineEnd(char c) { return c == '\n' || c == '\r'; }
-
     // Of a number that is too large for a character, the settings class takes the lowest bits.
     char16_t number(int base)
     {
@@ -90,16 +96,6 @@ bool isColor(const QByteArray& content, int at)
            std::strncmp(content.data() + at, kColorType, kColorTypeSize) == 0;
 }
 
-// True if an odd number of backslashes stands before the character at `at`.
-bool isEscaped(const QByteArray& content, int at)
-{
-    int first = at;
-    while (first > 0 && content.at(first - 1) == '\\') {
-        --first;
-    }
-    return (at - first) % 2 != 0;
-}
-
 bool isHarmful(const QByteArray& content, int start)
 {
     SpelledText value(content, start);
@@ -115,21 +111,48 @@ bool isHarmful(const QByteArray& content, int start)
            (value.startsWith("Variant(") && !isColor(content, value.position()));
 }
 
+// Calls `visit` with the position of each value, and of each further member of a list of values: of
+// what is behind the first = of a line, and behind commas from there on. In quotes and comments,
+// and behind backslashes, no such sign has a meaning.
+template <typename Visit>
+void forEachValue(const QByteArray& content, Visit visit)
+{
+    bool isQuoted = false;
+    bool isKey = true;
+    for (int at = 0; at < content.size(); ++at) {
+        const char c = content.at(at);
+        if (c == '\\') {
+            at += isLongLineEnd(content, at + 1) ? 2 : 1;
+        } else if (c == '"') {
+            isQuoted = !isQuoted;
+        } else if (isQuoted) {
+            continue;
+        } else if (c == ';') {
+            while (at + 1 < content.size() && !isLineEnd(content.at(at + 1))) {
+                ++at;
+            }
+        } else if (isLineEnd(c)) {
+            isKey = true;
+        } else if (c == (isKey ? '=' : ',')) {
+            isKey = false;
+            visit(at + 1);
+        }
+    }
+}
+
 } // namespace
 
 std::optional<QByteArray> defuseSerialisedValues(const QByteArray& content)
 {
     QByteArray result;
     int copied = 0;
-    int start = 0;
-    for (const char c : content) {
-        ++start; // Of a value, or a member of a list of values, if c is one of these.
-        if ((c == '=' || c == ',') && !isEscaped(content, start - 1) && isHarmful(content, start)) {
+    forEachValue(content, [&](int start) {
+        if (isHarmful(content, start)) {
             result.append(content.mid(copied, start - copied));
             result.append('@'); // A doubled @ stands for one in a text.
             copied = start;
         }
-    }
+    });
     if (copied == 0) {
         return std::nullopt;
     }

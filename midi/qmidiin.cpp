@@ -2,6 +2,7 @@
 #include "qmidiin.h"
 
 #include "midibackend.h"
+#include "mididecoder.h"
 #include "qmidimessage.h"
 
 #include <QCoreApplication>
@@ -15,49 +16,7 @@ namespace {
 
 constexpr auto kClientName = "RtMidi Input Client";
 constexpr auto kPortName = "RtMidi Input";
-constexpr unsigned char kFirstSystemStatus = 0xF0;
 constexpr int kTracedChannelBase = 144; // A note-on of channel 1 is traced as channel 0.
-
-// Bytes of MIDI 1.0, at least one. Data bytes that are not there read as 0.
-std::unique_ptr<QMidiMessage> decode(double stampSeconds, const std::vector<unsigned char>& bytes)
-{
-    const auto data = [&bytes](std::size_t i) -> std::uint32_t {
-        return i < bytes.size() ? bytes[i] : 0;
-    };
-    const unsigned char first = bytes.front();
-    const bool isSystem = first >= kFirstSystemStatus;
-    const auto status = static_cast<QMidiStatus>(isSystem ? first : first & 0xF0U);
-
-    auto message = std::make_unique<QMidiMessage>();
-    message->setStatus(status)
-        ->setChannel(isSystem ? 0 : (first & 0x0FU) + 1)
-        ->setDeltaTime(1000 * stampSeconds);
-    switch (status) {
-    case MIDI_NOTE_OFF:
-    case MIDI_NOTE_ON:
-        message->setPitch(data(1))->setVelocity(data(2));
-        break;
-    case MIDI_KEY_PRESSURE:
-        message->setPitch(data(1))->setValue(data(2));
-        break;
-    case MIDI_CONTROL_CHANGE:
-        message->setControl(data(1))->setValue(data(2));
-        break;
-    case MIDI_PROGRAM_CHANGE:
-    case MIDI_CHANNEL_PRESSURE:
-        message->setValue(data(1));
-        break;
-    case MIDI_PITCH_BEND:
-        message->setValue(data(1) + 128 * data(2));
-        break;
-    case MIDI_SYSEX:
-        message->setSysExData(bytes);
-        break;
-    default:
-        break;
-    }
-    return message;
-}
 
 void writeTrace(double stampSeconds, const std::vector<unsigned char>& bytes)
 {
@@ -154,7 +113,7 @@ void QMidiIn::callback(double timeStamp, std::vector<unsigned char>* bytes, void
         return;
     }
     auto* self = static_cast<QMidiIn*>(port);
-    std::unique_ptr<QMidiMessage> owner = decode(timeStamp, *bytes);
+    std::unique_ptr<QMidiMessage> owner = decodeMidi(timeStamp, *bytes);
     QMidiMessage* message = owner.get();
     message->moveToThread(self->thread());
     // Three events for the port's thread, in this order: the trace, the delivery, the end. None is

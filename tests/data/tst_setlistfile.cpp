@@ -52,11 +52,12 @@ private slots:
 
     void keepsEveryText()
     {
-        for (const QString& text : {QStringLiteral(u"\u6b4c\u8a5e \U0001F3B5a") + QChar(0xd83c),
-                                    QStringLiteral(" a,b;c=\"d\\e\" [f]/%41%2F#'g' "),
-                                    QStringLiteral("a\r\nb\tc\n") + QChar(0) + QLatin1Char('0'),
-                                    QStringLiteral("@Invalid()"), QStringLiteral("@@Variant(\\0)"),
-                                    QString(10'000, QChar(0x6b4c))}) {
+        for (const QString& text :
+             {QStringLiteral(u"\u6b4c\u8a5e \U0001F3B5a") + QChar(0xd83c),
+              QStringLiteral(" a,b;c=\"d\\e\" [f]/%41%2F#'g' "),
+              QStringLiteral("a\r\nb\tc\n") + QChar(0) + QLatin1Char('0'),
+              QStringLiteral("@Invalid()"), QStringLiteral("@@Variant(\\0) =@Variant( ,@Variant("),
+              QString(10'000, QChar(0x6b4c))}) {
             EditData data;
             data.SongList = {{1, text, text, -2, INT_MAX}};
             data.ShowList = {{text, text, {{kSetTypeSpace, {}, text, text}}}};

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QProcess>
+#include "servers.h"
+
 #include <QStringList>
 #include <QVector>
 
@@ -37,7 +38,7 @@ public:
     void forget(); // Events so far.
 
 private:
-    QProcess process;
+    ServerProcess process;
     QByteArray unread;
     QVector<Event> received;
 };

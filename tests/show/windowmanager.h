@@ -1,28 +1,21 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QProcess>
+#include "servers.h"
 
-// openbox on the display of this process, if it is wanted; gone with the object.
+// openbox on the display that DISPLAY names, if it is wanted; gone with the object.
 class WindowManager
 {
 public:
-    explicit WindowManager(bool isWanted)
-    {
-        if (isWanted) {
-            process.start("openbox", {"--sm-disable"});
-            isMissing = !process.waitForStarted();
-        }
-    }
-    ~WindowManager()
-    {
-        process.terminate();
-        process.waitForFinished();
-    }
+    // Returns when windows are managed. One that is shown before then may get lost.
+    explicit WindowManager(bool isWanted);
+    ~WindowManager();
     Q_DISABLE_COPY_MOVE(WindowManager)
 
-    bool isMissing = false; // Wanted, but not installed.
+    void kill(); // As a crash would: SIGKILL.
+
+    bool isMissing = false; // Wanted, but not installed, or of no use.
 
 private:
-    QProcess process;
+    ServerProcess process;
 };

@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: MIT
+#include "desk.h"
+#include "faults.h"
+#include "report.h"
+
+#include <QElapsedTimer>
+
+namespace {
+
+const QString kExpected =
+    QStringLiteral("VELT answers in %1 ms, keys still locate; with the server back and the "
+                   "preferences confirmed, all MIDI works")
+        .arg(Velt::kAnswerMs);
+
+// The server dies at the moment that `reach` leads to.
+QString dieAndComeBack(const std::function<void(Desk&)>& reach)
+{
+    Desk desk;
+    reach(desk);
+    desk.jack.kill();
+    const int answeredMs = desk.velt->answers();
+    desk.locateByKeys(3, QStringLiteral("bar 209"));
+    const int answeredAgainMs = desk.velt->answers();
+    require(desk.jack.restart(), desk.jack.why());
+    desk.reopenDawPorts();
+    desk.velt->answers();
+    const qint64 confirmedMs = desk.playOnAfterConfirming();
+    return QStringLiteral("answered in %1 ms, after a LOCATE in %2 ms; preferences confirmed in %3 "
+                          "ms; the show went on")
+        .arg(answeredMs)
+        .arg(answeredAgainMs)
+        .arg(confirmedMs);
+}
+
+void inThePausesOfALocate(Desk& desk)
+{
+    desk.daw->forget();
+    desk.velt->select(2);
+    desk.velt->click(Velt::Locate);
+    await([&] { return desk.daw->count(QStringLiteral("key down 0x51")) == 1; },
+          QStringLiteral("the first key"));
+}
+
+// The window manager loses some of so many clicks; what counts is what VELT sends.
+QString sendToADeadServer(int messages)
+{
+    Desk desk;
+    desk.jack.kill();
+    QElapsedTimer timer;
+    timer.start();
+    int longestMs = 0;
+    while (desk.velt->messagesSent() < messages) {
+        desk.velt->click(Velt::Play, 50);
+        desk.velt->click(Velt::Stop, 50);
+        longestMs = std::max(longestMs, desk.velt->answers());
+        require(timer.elapsed() < 60'000,
+                QStringLiteral("only %1 messages were sent").arg(desk.velt->messagesSent()));
+    }
+    return QStringLiteral("%1 messages, longest answer %2 ms")
+        .arg(desk.velt->messagesSent())
+        .arg(longestMs);
+}
+
+QString confirmWithoutServer()
+{
+    Desk desk;
+    desk.jack.kill();
+    const qint64 confirmedMs = desk.velt->confirmPreferences();
+    desk.locateByKeys(1, QStringLiteral("bar 5"));
+    desk.velt->click(Velt::Reset);
+    require(desk.jack.restart(), desk.jack.why());
+    desk.reopenDawPorts();
+    const QByteArray stored = bytesOf(desk.home.preference());
+    require(stored.contains("MidiOutPort=\n"), QStringLiteral("a port is still stored"));
+    desk.velt->confirmPreferences();
+    desk.velt->answers();
+    return QStringLiteral("%1 ms; the stored ports are gone and have to be chosen anew")
+        .arg(confirmedMs);
+}
+
+} // namespace
+
+void midiServerFaults(Report& report)
+{
+    report.fault(QStringLiteral("MIDI server killed before the run"), kExpected,
+                 [] { return dieAndComeBack([](Desk&) {}); });
+    report.fault(QStringLiteral("MIDI server killed in a run, with a song playing"), kExpected, [] {
+        return dieAndComeBack([](Desk& desk) {
+            desk.locateByKeys(1, QStringLiteral("bar 5"));
+            desk.velt->click(Velt::Play);
+            await([&] { return desk.daw->count(QStringLiteral("transport playing")) == 1; },
+                  QStringLiteral("the DAW to play"));
+        });
+    });
+    report.fault(QStringLiteral("MIDI server killed in the pauses of a LOCATE"), kExpected,
+                 [] { return dieAndComeBack([](Desk& desk) { inThePausesOfALocate(desk); }); });
+    report.fault(QStringLiteral("MIDI server killed between two songs"), kExpected, [] {
+        return dieAndComeBack([](Desk& desk) {
+            desk.locateByKeys(1, QStringLiteral("bar 5"));
+            desk.locateByKeys(2, QStringLiteral("bar 105"));
+        });
+    });
+    constexpr int kMessages = 1000;
+    report.fault(
+        QStringLiteral("%1 MMC messages from DAW PLAY and DAW STOP with the MIDI server dead")
+            .arg(kMessages),
+        QStringLiteral("VELT answers within %1 ms all the time").arg(Velt::kAnswerMs),
+        [] { return sendToADeadServer(kMessages); });
+    report.fault(
+        QStringLiteral("preferences confirmed while the MIDI server is dead"),
+        QStringLiteral("VELT goes on, keys still locate; OK stores what the dialog shows: no "
+                       "ports"),
+        confirmWithoutServer);
+}

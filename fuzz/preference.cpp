@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: MIT
+#include "deviceid.h"
+#include "editdata.h"
+#include "scratchfiles.h"
+#include "settingsfile.h"
+
+#include <QSettings>
+
+#include <tuple>
+
+// A preference file: the settings class meets none of the values that it must not believe, and what
+// is read can be saved, into the same file and into a new one, and read again.
+
+namespace {
+
+bool isSamePreference(const EditData& a, const EditData& b)
+{
+    const auto fields = [](const EditData& data) {
+        return std::tie(data.Mode, data.MidiInPort, data.ShortcutMidiInPort, data.MidiOutPort,
+                        data.DeviceIdValue, data.ArrowKeyMode, data.ShowKeyButton, data.NoteSongUp,
+                        data.NoteSongDown, data.NoteLocate, data.NoteDawPlay, data.NoteDawStop,
+                        data.SendTextColor, data.NextTextColor);
+    };
+    return fields(a) == fields(b);
+}
+
+void checkIsHarmless(const QVariant& value)
+{
+    switch (value.userType()) {
+    case QMetaType::UnknownType: // "@Invalid()"
+    case QMetaType::QString:
+    case QMetaType::QByteArray:
+    case QMetaType::QStringList:
+    case QMetaType::QColor:
+    case QMetaType::QRect:
+    case QMetaType::QSize:
+    case QMetaType::QPoint:
+        break;
+    case QMetaType::QVariantList:
+        for (const QVariant& member : value.toList()) {
+            checkIsHarmless(member);
+        }
+        break;
+    default:
+        check(false, "of serialised values, colours alone are read");
+    }
+}
+
+void checkSaving(EditData data, const QString& path, ScratchFiles& files)
+{
+    data.writePreference(path);
+    EditData again;
+    again.readPreference(files.copyOf(path));
+    check(isSamePreference(again, data), "what was saved reads back");
+    check(again.DeviceId == formatDeviceId(data.DeviceIdValue), "the device ID is two digits");
+}
+
+} // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size)
+{
+    ScratchFiles files;
+    const QString path = files.fileWith(bytes, size);
+    readSettingsFile(path, [](const QSettings& file) {
+        for (const QString& key : file.allKeys()) {
+            checkIsHarmless(file.value(key));
+        }
+    });
+    EditData data;
+    data.readPreference(path);
+    check(data.DeviceIdValue == parseDeviceId(data.DeviceId).value_or(0),
+          "the device ID is that of its text");
+    for (const QColor& color : {data.SendTextColor, data.NextTextColor}) {
+        check(color.name(QColor::HexArgb).size() == 9, "a colour can be shown");
+    }
+    checkSaving(data, path, files);
+    checkSaving(data, files.freshPath(), files);
+    return 0;
+}
