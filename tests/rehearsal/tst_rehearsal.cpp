@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: MIT
+#include "editdata.h"
+#include "noteroll.h"
+#include "rehearsalwindow.h"
 #include "servers.h"
 #include "testcase.h"
 
+#include <QGraphicsRectItem>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -24,6 +28,7 @@ public:
         environment.insert(QStringLiteral("DISPLAY"), display);
         environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
         environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), runtime.path());
+        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), settings());
         process.setProcessEnvironment(environment);
         // What the MIDI libraries say there is no business of a test, unless it fails.
         process.setStandardErrorFile(runtime.filePath(QStringLiteral("errors")));
@@ -44,6 +49,7 @@ public:
             process.waitForFinished();
         }
     }
+    [[nodiscard]] QString settings() const { return runtime.filePath(QStringLiteral("config")); }
     void command(const QByteArray& line) { process.write(line + '\n'); }
     [[nodiscard]] QString comm() const
     {
@@ -52,14 +58,16 @@ public:
                                               : QString();
     }
 
+    [[nodiscard]] QString window(const QString& title) const // Empty: there is none.
+    {
+        return xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"),
+                        QStringLiteral("--name"), QLatin1Char('^') + title + QLatin1Char('$')});
+    }
     // Types into the window of this title, which has not the focus: no window manager is there.
     void type(const QString& title, const QString& keys) const
     {
-        const QString window =
-            xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"),
-                     QStringLiteral("--name"), QLatin1Char('^') + title + QLatin1Char('$')});
-        QVERIFY2(!window.isEmpty(), qPrintable(title));
-        xdotool(QStringList{QStringLiteral("key"), QStringLiteral("--window"), window,
+        QVERIFY2(!window(title).isEmpty(), qPrintable(title));
+        xdotool(QStringList{QStringLiteral("key"), QStringLiteral("--window"), window(title),
                             QStringLiteral("--delay"), QStringLiteral("20")} +
                 keys.split(QLatin1Char(' ')));
     }
@@ -171,6 +179,8 @@ private slots:
     void understandsPostedKeys();
     void takesMmc();
     void playsNotes();
+    void showsTheNotesOnTheWire();
+    void practises();
     void comesBackAfterTheMidiServerDied();
     void worksWithoutMidi();
     void endsInOrder_data();
@@ -318,6 +328,72 @@ void RehearsalTest::playsNotes()
     QCOMPARE(rehearsal.eventsFrom("unknown command"),
              (QStringList{QStringLiteral("unknown command note 128"),
                           QStringLiteral("unknown command end")}));
+}
+
+void RehearsalTest::showsTheNotesOnTheWire()
+{
+    const JackServer server;
+    if (!server.isRunning()) {
+        QSKIP(qPrintable(server.why()));
+    }
+    RehearsalWindow window(Daw::ProTools);
+    window.show();
+    auto* roll = window.findChild<NoteRoll*>();
+    const auto colorOfMiddleC = [roll] {
+        const QRectF shown(roll->mapToScene(roll->viewport()->rect()).boundingRect());
+        const QGraphicsItem* key = roll->scene()->itemAt(QPointF(413, 50), {});
+        return shown.adjusted(-2, -2, 2, 2).contains(roll->sceneRect())
+                   ? qgraphicsitem_cast<const QGraphicsRectItem*>(key)->brush().color()
+                   : QColor();
+    };
+    QTRY_COMPARE(colorOfMiddleC(), QColor(Qt::white));
+    window.runCommand(QStringLiteral("note 60"));
+    QCOMPARE(colorOfMiddleC(), QColor(0, 0, 200, 200));
+    QTRY_COMPARE(colorOfMiddleC(), QColor(Qt::white));
+
+    auto sender = otherEnd<RtMidiOut>(QStringLiteral("Rehearsal MMC:commands"));
+    QVERIFY(sender);
+    const Bytes begin = {0x95, 60, 127};
+    const Bytes end = {0x95, 60, 0}; // A note on without velocity ends the note.
+    sender->sendMessage(&begin);
+    QTRY_COMPARE(colorOfMiddleC(), QColor(0, 0, 200, 254));
+    sender->sendMessage(&end);
+    QTRY_COMPARE(colorOfMiddleC(), QColor(Qt::white));
+}
+
+void RehearsalTest::practises()
+{
+    const JackServer server;
+    if (!server.isRunning()) {
+        QSKIP(qPrintable(server.why()));
+    }
+    const QStringList arguments = {QStringLiteral("--practise"), QStringLiteral("Studio One")};
+    const QString folder = QStringLiteral("/velt-rehearsal/VELT/");
+    Rehearsal rehearsal(*screen);
+    QVERIFY(rehearsal.start(arguments));
+    QTRY_VERIFY(!rehearsal.window(QStringLiteral("VELT")).isEmpty());
+    EditData data;
+    data.readPreference(rehearsal.settings() + folder + QStringLiteral("VELTPreference.ini"));
+    QCOMPARE(data.Mode, kModeStudioOneBars);
+    QCOMPARE(data.MidiOutPort, QStringLiteral("Rehearsal MMC:commands"));
+    QVERIFY(!QFile::exists(rehearsal.settings() + QStringLiteral("/VELT")));
+
+    // The sample's second entry is its first song. All ports and keys go to the stand-in.
+    rehearsal.command("note 29\nnote 31");
+    QTRY_VERIFY(rehearsal.has("located bar 5"));
+    QVERIFY(rehearsal.has("midi F0 7F 7F 06 01 F7"));
+
+    // What is edited there is there again the next time.
+    const QString shows = rehearsal.settings() + folder + QStringLiteral("VELTSetting.ini");
+    data.readEdit(shows);
+    data.ShowList.resize(1);
+    data.writeEdit(shows);
+    rehearsal.stop();
+    QTRY_VERIFY(rehearsal.window(QStringLiteral("VELT")).isEmpty());
+    QVERIFY(rehearsal.start(arguments));
+    QTRY_VERIFY(!rehearsal.window(QStringLiteral("VELT")).isEmpty());
+    data.readEdit(shows);
+    QCOMPARE(data.ShowList.size(), std::size_t(1));
 }
 
 void RehearsalTest::comesBackAfterTheMidiServerDied()
