@@ -105,6 +105,7 @@ QVector<Accessible> Accessible::children() const
         child.path = childPath.path();
         found.append(child);
     }
+    list.endArray();
     return found;
 }
 
