@@ -209,11 +209,12 @@ EditData Soak::randomShow(int mode)
     data.ShowList[0].ShowTitle = "Tonight";
     const int songs = random.bounded(8, 40);
     for (int i = 1; i <= songs; ++i) {
-        data.SongList.push_back(
-            song(i, QString("Song %1").arg(i), random.bounded(1, 10000), random.bounded(1, 1000)));
-        data.ShowList[0].SetList.push_back(songEntry(data.SongList.back()));
+        const EditDataSong song{
+            i, QString("Song %1").arg(i), {}, random.bounded(1, 1000), random.bounded(1, 10000)};
+        data.SongList.push_back(song);
+        data.ShowList[0].SetList.push_back({kSetTypeSong, song, {}, {}});
         if (random.bounded(5) == 0) {
-            data.ShowList[0].SetList.push_back(spaceEntry("talk"));
+            data.ShowList[0].SetList.push_back({kSetTypeSpace, {}, "talk", {}});
         }
     }
     return data;

@@ -1,11 +1,16 @@
 // SPDX-License-Identifier: MIT
+#include "editdata.h"
 #include "midipeer.h"
+#include "noteroll.h"
 #include "qmidiin.h"
 #include "qmidimessage.h"
 #include "qmidiout.h"
+#include "rehearsalwindow.h"
 #include "servers.h"
 #include "testcase.h"
 
+#include <QDir>
+#include <QGraphicsRectItem>
 #include <QStandardPaths>
 
 #include <csignal>
@@ -16,10 +21,11 @@ namespace {
 class Rehearsal : public QProcess
 {
 public:
-    explicit Rehearsal(const QString& daw = "Pro Tools")
+    explicit Rehearsal(const QString& daw = "Pro Tools") : Rehearsal(QStringList{daw}) {}
+    explicit Rehearsal(const QStringList& arguments)
     {
         setStandardErrorFile(nullDevice());
-        start(REHEARSAL, {daw});
+        start(REHEARSAL, arguments);
         if (!QTest::qWaitFor([this] { return has("ready"); }, 20000)) {
             qFatal("the program does not get ready");
         }
@@ -37,6 +43,13 @@ public:
             "search", "--onlyvisible", "--name", "^(Pro Tools|Studio One)$",
             "key",    "--delay",       "20"};
         QCOMPARE(execute("xdotool", arguments + keys.split(' ')), 0);
+    }
+    static int windows(const QString& title)
+    {
+        QProcess search;
+        search.start("xdotool", {"search", "--onlyvisible", "--name", '^' + title + '$'});
+        search.waitForFinished();
+        return search.readAllStandardOutput().count('\n');
     }
     bool has(const char* event) { return events().contains(event); }
     // What it has reported since it was ready, the keys left out.
@@ -178,6 +191,56 @@ private slots:
             ::kill(static_cast<pid_t>(rehearsal.processId()), signal); // but this does.
             QVERIFY(rehearsal.hasEndedInOrder());
         }
+    }
+
+    void showsTheNotesOnTheWire()
+    {
+        const JackServer server;
+        if (!server.isRunning()) {
+            QSKIP(qPrintable(server.why()));
+        }
+        RehearsalWindow window(Daw::ProTools);
+        window.show();
+        auto* roll = window.findChild<NoteRoll*>();
+        const auto colorOfMiddleC = [roll] {
+            const QGraphicsItem* key = roll->scene()->itemAt(QPointF(413, 50), {});
+            return qgraphicsitem_cast<const QGraphicsRectItem*>(key)->brush().color();
+        };
+        QTRY_COMPARE(colorOfMiddleC(), QColor(Qt::white));
+        window.runCommand("note 60");
+        QCOMPARE(colorOfMiddleC(), QColor(0, 0, 200, 200));
+        QTRY_COMPARE(colorOfMiddleC(), QColor(Qt::white));
+        QMidiOut out;
+        openByName(out, "Rehearsal MMC:commands");
+        out.sendRawMessage({0x95, 60, 127});
+        QTRY_COMPARE(colorOfMiddleC(), QColor(0, 0, 200, 254));
+        out.sendRawMessage({0x95, 60, 0}); // A note on without velocity ends the note.
+        QTRY_COMPARE(colorOfMiddleC(), QColor(Qt::white));
+    }
+
+    void practises()
+    {
+        const JackServer server;
+        if (!server.isRunning()) {
+            QSKIP(qPrintable(server.why()));
+        }
+        const QDir settings(qEnvironmentVariable("XDG_CONFIG_HOME"));
+        const QString shows = settings.filePath("velt-rehearsal/VELT/VELTSetting.ini");
+        EditData data;
+        for (const std::size_t expectedShows : {3U, 1U}) {
+            Rehearsal rehearsal(QStringList{"--practise", "Studio One"});
+            QTRY_COMPARE(rehearsal.windows("VELT"), 1);
+            data.readEdit(shows); // The sample, and what was made of it the time before.
+            QCOMPARE(data.ShowList.size(), expectedShows);
+            data.ShowList.resize(1);
+            data.writeEdit(shows);
+            rehearsal.write("note 29\nnote 31\n"); // The second entry is the first song.
+            QTRY_VERIFY(rehearsal.has("located bar 5") && rehearsal.has("midi F0 7F 7F 06 01 F7"));
+            rehearsal.terminate();
+            QVERIFY(rehearsal.hasEndedInOrder());
+            QTRY_COMPARE(rehearsal.windows("VELT"), 0);
+        }
+        QVERIFY(!settings.exists("VELT")); // The user's own.
     }
 
     void saysHowItIsUsed()

@@ -11,7 +11,7 @@
 #endif
 #include <unistd.h>
 
-void Server::Process::setupChildProcess()
+void ServerProcess::setupChildProcess()
 {
 #ifdef Q_OS_LINUX
     prctl(PR_SET_PDEATHSIG, SIGTERM);

@@ -5,6 +5,12 @@
 
 #include <functional>
 
+// Ends with the test program, even if that crashes.
+class ServerProcess : public QProcess
+{
+    void setupChildProcess() override;
+};
+
 // Real servers for tests, each started by the object and gone with it. Where the program of a
 // server is not installed, isRunning() stays false and why() says so; a test then skips.
 class Server
@@ -24,11 +30,7 @@ protected:
                const std::function<bool()>& isReady);
     void stop();
 
-    // Ends with the test program, even if that crashes.
-    class Process : public QProcess
-    {
-        void setupChildProcess() override;
-    } process;
+    ServerProcess process;
 
 private:
     QString reason;

@@ -9,6 +9,7 @@
 #include <QTemporaryDir>
 
 #include <algorithm>
+#include <atomic>
 #include <cstdio>
 
 namespace {
@@ -16,19 +17,26 @@ namespace {
 QMutex warningsLock; // Warnings may come from threads of libraries.
 QStringList warnings;
 QVector<QRegularExpression> announced;
-QtMessageHandler previousHandler = nullptr;
+std::atomic<QtMessageHandler> previousHandler = nullptr;
+
+// The offscreen platform says that it cannot do something of every window that has a smallest size
+// or is raised. An X server does not give the focus to a window that has just been closed.
+bool isRemarkOfThePlatform(const QString& text)
+{
+    return text.startsWith(QLatin1String("This plugin does not support ")) ||
+           text.contains(QLatin1String("(SetInputFocus)"));
+}
 
 void handleMessage(QtMsgType type, const QMessageLogContext& context, const QString& text)
 {
-    // The offscreen platform says so of every window that has a smallest size or is raised.
-    if (text.startsWith(QLatin1String("This plugin does not support "))) {
+    if (isRemarkOfThePlatform(text)) {
         return;
     }
     if (type == QtWarningMsg || type == QtCriticalMsg) {
         const QMutexLocker lock(&warningsLock);
         warnings.append(text);
     }
-    previousHandler(type, context, text);
+    previousHandler.load()(type, context, text);
 }
 
 } // namespace
