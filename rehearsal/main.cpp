@@ -83,8 +83,9 @@ int main(int argc, char** argv)
     settleToolkit();
     QApplication application(argc, argv);
     const QuitOnSignals quitOnSignals;
-    RehearsalWindow window(*daw);
+    // Goes last: a MIDI server may stand still for a while when a program is told to end.
     Practice practice;
+    RehearsalWindow window(*daw);
     LineReader commands(STDIN_FILENO);
     QObject::connect(&commands, &LineReader::lineRead, &window, &RehearsalWindow::runCommand);
     if (practises) {
