@@ -212,6 +212,7 @@ private slots:
         QTRY_COMPARE(colorOfMiddleC(), QColor(Qt::white));
         QMidiOut out;
         openByName(out, "Rehearsal MMC:commands");
+        settle();
         out.sendRawMessage({0x95, 60, 127});
         QTRY_COMPARE(colorOfMiddleC(), QColor(0, 0, 200, 254));
         out.sendRawMessage({0x95, 60, 0}); // A note on without velocity ends the note.
