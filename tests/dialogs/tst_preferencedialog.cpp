@@ -70,6 +70,7 @@ DeskAct chooseColor(const char* button, const QColor& initial, const QColor& col
         script.expect([&](QWidget* window) {
             auto* chooser = qobject_cast<QColorDialog*>(window);
             QVERIFY(chooser);
+            QCOMPARE(chooser->options(), QColorDialog::ColorDialogOptions());
             QCOMPARE(chooser->currentColor(), initial);
             if (colour.isValid()) {
                 chooser->setCurrentColor(colour);
@@ -298,6 +299,8 @@ private slots:
                 desk.click("pushOK");
             });
             QCOMPARE(desk.data.NoteSongUp, note);
+            desk.dialog.setDispFromEdit();
+            QCOMPARE(box->count(), column == 0 ? 7 : 11);
         }
     }
 };
