@@ -187,8 +187,8 @@ private:
             return;
         }
         const int show = firstSelected(editor->shows);
-        const bool isIdle =
-            show == -1 && (name == "pushShowListDelete" || name == "pushShowListDuplicate");
+        const QStringList ofAShow{"pushShowListDelete", "pushShowListDuplicate"};
+        const bool isIdle = show == -1 && ofAShow.contains(name);
         const bool asks = name.contains("Del") && !isIdle;
         const bool acts = !isIdle && (!asks || pick(3) != 0);
         const bool changes = acts && (name != "pushSongInsert" || hasSelection(editor->offered));
@@ -202,14 +202,21 @@ private:
         }
         editor->press(name);
         isChanged = isChanged || changes;
-        if (acts && name.startsWith("pushShowList")) {
-            shown = name.contains("Del") ? qMin(show, editor->shows->rowCount() - 1) : show + 1;
+        if (acts) {
+            account(name, show, filled, row);
         }
-        if (acts && filled) {
+    }
+
+    void account(const QString& name, int show, const QTableWidget* filled, int row)
+    {
+        if (name.startsWith("pushShowList")) {
+            shown = filled ? row : qMin(show, editor->shows->rowCount() - 1);
+        }
+        if (filled) {
             QCOMPARE(selectedRows(filled), std::vector<int>{row});
             QVERIFY(editor->dialog.focusWidget() == filled); // To be typed in at once.
         }
-        if (acts && name == "pushShowListDuplicate") {
+        if (name == "pushShowListDuplicate") {
             const EditDataShow& copy = editor->data.ShowList[row];
             QCOMPARE(copy.ShowTitle, editor->data.ShowList[show].ShowTitle);
             QCOMPARE(copy.SetList.size(), editor->data.ShowList[show].SetList.size());
