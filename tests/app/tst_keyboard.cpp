@@ -102,17 +102,6 @@ private slots:
         elsewhere.activateWindow();
         QTRY_VERIFY(op.frame->styleSheet().contains("background-color:#4B4B4B;"));
     }
-
-    void buttonsCanBeHidden()
-    {
-        EditData data = sampleData();
-        data.ShowKeyButton = false;
-        const Operator op(data);
-        QVERIFY(op.frame->isVisible());
-        for (const auto* button : op.frame->findChildren<QPushButton*>()) {
-            QVERIFY2(!button->isVisible(), qPrintable(button->accessibleName()));
-        }
-    }
 };
 
 VELT_TEST_MAIN(TestKeyboard)

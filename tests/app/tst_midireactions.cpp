@@ -68,8 +68,12 @@ private slots:
     void controllerThroughTheShow()
     {
         EditData data = sampleData();
-        data.ShowKeyButton = false; // Hidden buttons still work.
+        data.ShowKeyButton = false;
         Operator op(data);
+        QVERIFY(op.frame->isVisible());
+        for (const auto* button : op.frame->findChildren<QPushButton*>()) {
+            QVERIFY(!button->isVisible()); // They still work.
+        }
         op.shows->setFocus();
         op.controllerNote(29);
         op.controllerNote(29);
@@ -105,27 +109,33 @@ private slots:
         QVERIFY(!op.button("LOCATE")->isDown());
     }
 
-    // The editor changes the very data that the notes act on: another song moves into the row of
-    // the next one, and the last row has none.
+    // The editor changes the very data that the notes act on.
     void notesWhileTheEditorIsOpen()
     {
-        const Operator op;
+        EditData data = sampleData(); // Becomes Opener, talk, Middle, Opener, Closer.
+        std::vector<EditDataSet>& setList = data.ShowList[0].SetList;
+        setList.insert(setList.begin() + 3, setList[0]);
+        const Operator op(data);
         ModalScript script;
         script.expect([&op](QWidget* editor) {
-            op.press("LOCATE"); // As the foot switch does.
-            QCOMPARE(op.looks(), kFirstSent);
-            Recording::takeEvents();
-            editor->findChild<QTableWidget*>("tableSongList")->selectRow(1);
-            editor->findChild<QPushButton*>("pushSongListDelete")->click();
-            op.endOfSong();
-            for (const int row : {2, 3}) {
+            const auto locateAfterDeleting = [&](int song, int row) {
+                editor->findChild<QTableWidget*>("tableSongList")->selectRow(song);
+                editor->findChild<QPushButton*>("pushSongListDelete")->click();
                 op.table->setCurrentCell(row, 0);
                 op.press("LOCATE");
-            }
+            };
+            op.press("LOCATE"); // As the foot switch does.
+            QCOMPARE(Recording::takeEvents(), bar({0x53, 0x54}));
+            locateAfterDeleting(2, 4); // The last row has no entry any more,
+            locateAfterDeleting(1, 2); // and into the next one another song has moved.
+            op.endOfSong();
             editor->findChild<QPushButton*>("pushCancel")->click();
         });
-        script.answerQuestion("This Song is used for SetList. Do you really want to delete this?",
-                              QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Ok);
+        for (int i = 0; i < 2; ++i) {
+            script.answerQuestion(
+                "This Song is used for SetList. Do you really want to delete this?",
+                QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Ok);
+        }
         op.press("Edit");
         QVERIFY(Recording::takeEvents().isEmpty());
         // The window shows the data again as it is now.

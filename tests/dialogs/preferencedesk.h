@@ -12,7 +12,6 @@
 #include <QTableWidget>
 #include <QTimer>
 
-// What a confirmed dialog asks of the operator window.
 const QStringList kConfirmed{"setPreferenceData", "midiReconnect"};
 
 // The dialog over data of its own and with no preference file, as the operator window has it.

@@ -20,8 +20,7 @@ private slots:
         }
     }
 
-    // On a dark desktop, too.
-    void opensInPlaceAndCanBeRead()
+    void opensInPlaceReadableOnADarkDesktop()
     {
         const QPalette before = QApplication::palette();
         QApplication::setPalette(QPalette(Qt::white, Qt::black));

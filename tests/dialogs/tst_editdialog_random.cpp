@@ -93,7 +93,6 @@ public:
             QVERIFY2(isPossible || !editor->isEnabled(name), name);
         };
         needs("pushShowListDelete", editor->shows->rowCount() > 0);
-        needs("pushShowListDuplicate", editor->shows->rowCount() > 0);
         needs("pushSongListDelete", hasSelection(editor->songs));
         needs("pushSongInsert", shown != -1);
         needs("pushSetUp", !entries.empty() && entries.front() > 0);
@@ -156,7 +155,10 @@ private:
         editor->click(view, pick(view->model()->rowCount()), pick(view->model()->columnCount()),
                       modifiers[pick(3)]);
         const int now = view->currentIndex().row();
-        shown = view == editor->shows && now != current ? now : shown;
+        if (view == editor->shows && now != current) {
+            shown = now;
+            QVERIFY(editor->isEnabled("pushShowListDelete"));
+        }
     }
 
     // Types into the current cell.
@@ -185,8 +187,8 @@ private:
             return;
         }
         const int show = firstSelected(editor->shows);
-        const bool isIdle =
-            show == -1 && (name == "pushShowListDelete" || name == "pushShowListDuplicate");
+        const QStringList ofAShow{"pushShowListDelete", "pushShowListDuplicate"};
+        const bool isIdle = show == -1 && ofAShow.contains(name);
         const bool asks = name.contains("Del") && !isIdle;
         const bool acts = !isIdle && (!asks || pick(3) != 0);
         const bool changes = acts && (name != "pushSongInsert" || hasSelection(editor->offered));
@@ -200,20 +202,24 @@ private:
         }
         editor->press(name);
         isChanged = isChanged || changes;
-        if (acts && name.startsWith("pushShowList")) {
-            shown = name.contains("Del") ? qMin(show, editor->shows->rowCount() - 1) : show + 1;
+        if (acts) {
+            account(name, show, filled, row);
         }
-        if (acts && filled) {
+    }
+
+    void account(const QString& name, int show, const QTableWidget* filled, int row)
+    {
+        if (name.startsWith("pushShowList")) {
+            shown = filled ? row : qMin(show, editor->shows->rowCount() - 1);
+        }
+        if (filled) {
             QCOMPARE(selectedRows(filled), std::vector<int>{row});
             QVERIFY(editor->dialog.focusWidget() == filled); // To be typed in at once.
         }
-        if (acts && name == "pushShowListDuplicate") {
+        if (name == "pushShowListDuplicate") {
             const EditDataShow& copy = editor->data.ShowList[row];
             QCOMPARE(copy.ShowTitle, editor->data.ShowList[show].ShowTitle);
             QCOMPARE(copy.SetList.size(), editor->data.ShowList[show].SetList.size());
-        }
-        if (name == "pushSongListAdd") {
-            QCOMPARE(editor->data.SongList[row].Id, ++lastId);
         }
     }
 
@@ -236,7 +242,6 @@ private:
     std::minstd_rand random;
     std::unique_ptr<Editor> editor;
     int shown = -1; // The show whose set list is displayed.
-    int lastId = 0;
     bool isChanged = false;
 };
 
