@@ -31,7 +31,7 @@ struct KeyMap
     }
 
     static constexpr xcb_keycode_t kNumLockKey = 77;
-    std::vector<xcb_keysym_t> keysyms = std::vector<xcb_keysym_t>(248 * 4);
+    std::vector<xcb_keysym_t> keysyms = std::vector<xcb_keysym_t>(248UL * 4);
     std::size_t numLockRow = 4;
 };
 

@@ -66,7 +66,7 @@ private:
     // Without their times, which are checked: three decimals, never backwards.
     const QStringList& events()
     {
-        static const QRegularExpression form("^(\\d+\\.\\d{3}) (\\S.*)$");
+        static const QRegularExpression form(R"(^(\d+\.\d{3}) (\S.*)$)");
         while (canReadLine()) {
             const auto line = form.match(readLine().trimmed());
             const double time = line.captured(1).toDouble();
