@@ -227,7 +227,7 @@ void ShowReader::fillGap(std::int32_t length, SetList& entries)
     }
 }
 
-void writeSongs(QSettings& file, const std::vector<EditDataSong>& songs)
+void writeSongs(SettingsWriter& file, const std::vector<EditDataSong>& songs)
 {
     GroupKeys key(kSongGroup);
     std::int32_t n = 0;
@@ -242,7 +242,7 @@ void writeSongs(QSettings& file, const std::vector<EditDataSong>& songs)
     file.setValue(kSongDataNum, n);
 }
 
-void writeSetList(QSettings& file, GroupKeys& show, const std::vector<EditDataSet>& entries)
+void writeSetList(SettingsWriter& file, GroupKeys& show, const std::vector<EditDataSet>& entries)
 {
     GroupKeys key(kEntryGroup, show.prefix());
     std::int32_t n = 0;
@@ -258,7 +258,7 @@ void writeSetList(QSettings& file, GroupKeys& show, const std::vector<EditDataSe
     file.setValue(show(kSetNum), n);
 }
 
-void writeShows(QSettings& file, const std::vector<EditDataShow>& shows)
+void writeShows(SettingsWriter& file, const std::vector<EditDataShow>& shows)
 {
     GroupKeys key(kShowGroup);
     std::int32_t n = 0;
@@ -299,7 +299,7 @@ void EditData::writeEdit(const QString& path)
     ShowList.erase(std::remove_if(ShowList.begin(), ShowList.end(),
                                   [](const auto& show) { return show.ShowTitle.isEmpty(); }),
                    ShowList.end());
-    writeSettingsFile(path, [this](QSettings& file) {
+    writeSettingsFile(path, [this](SettingsWriter& file) {
         writeSongs(file, SongList);
         writeShows(file, ShowList);
     });

@@ -159,6 +159,13 @@ private slots:
         QTest::newRow("full disk") << old << rlim_t{0};
         QTest::newRow("disk with room for a part") << old << rlim_t{300};
         QTest::newRow("disk with room for a part, no old file") << freshPath() << rlim_t{300};
+        // The part ends with a line, and has as many lines as keys are written, and more.
+        QByteArray manyKeys = "[General]\nSongDataNum=0\n[Old]\n";
+        for (char key = 'a'; key <= 'g'; ++key) {
+            manyKeys += key + QByteArray("=") + QByteArray(40, key) + '\n';
+        }
+        const rlim_t part = manyKeys.size() + sizeof "ShowDataNum=0\n\n\n[SongData1]\nBar=0";
+        QTest::newRow("disk with room for some lines") << fileWith(manyKeys) << part;
     }
 
     void failedWriteKeepsOldFile()
