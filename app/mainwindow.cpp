@@ -225,7 +225,6 @@ void MainWindow::on_comboShowList_currentIndexChanged(int index)
         return;
     }
     const QScopedValueRollback<bool> guard(inUpdate, true);
-    setSendButtonEnabled(sendLocate, false);
     {
         const TableLook::Refill refill(tableSetList);
         const std::vector<EditDataSet>* setList = shownSetList();
@@ -239,10 +238,8 @@ void MainWindow::on_comboShowList_currentIndexChanged(int index)
             nextPos = -1;
         }
     }
-    if (tableSetList->rowCount() > 0) {
-        selectedRow(0);
-        setSendButtonEnabled(sendLocate, true);
-    }
+    selectedRow(0);
+    setSendButtonEnabled(sendLocate, tableSetList->rowCount() > 0);
     giveFocusToTable();
 }
 
