@@ -293,8 +293,7 @@ bool MainWindow::isShowingModel()
 void MainWindow::insertSet(int row, const EditDataSet& entry, SEND_STATE state)
 {
     TableLook::insertEntry(tableSetList, row, entry);
-    const bool isSpace = entry.SetType == kSetTypeSpace;
-    if (!isSpace && state == NOT_SENT) {
+    if (entry.SetType == kSetTypeSpace || state == NOT_SENT) {
         return;
     }
     QFont emphasis;
@@ -303,10 +302,8 @@ void MainWindow::insertSet(int row, const EditDataSet& entry, SEND_STATE state)
     const QColor& mark = state == SENT ? editData.SendTextColor : editData.NextTextColor;
     for (int column = 0; column < tableSetList->columnCount(); ++column) {
         QTableWidgetItem* item = tableSetList->item(row, column);
-        item->setForeground(QBrush(isSpace ? TableLook::kSelectedText : mark));
-        if (!isSpace) {
-            item->setFont(emphasis);
-        }
+        item->setForeground(QBrush(mark));
+        item->setFont(emphasis);
     }
 }
 
