@@ -124,10 +124,16 @@ private slots:
         rlimit limit{}; // The largest size of a file: writing beyond it fails as on a full disk.
         getrlimit(RLIMIT_FSIZE, &limit);
         const QString old = fileWith("[General]\nSongDataNum=0\n");
+        // A part that ends with a line, and has as many lines as keys are written, and more.
+        QByteArray manyKeys = "[General]\nSongDataNum=0\n[Old]\n";
+        for (char key = 'a'; key <= 'g'; ++key) {
+            manyKeys += key + QByteArray("=") + QByteArray(40, key) + '\n';
+        }
+        const rlim_t lines = manyKeys.size() + sizeof "ShowDataNum=0\n\n\n[SongData1]\nBar=0";
         using Case = std::pair<QString, rlim_t>;
         for (const auto& [path, bytesFree] :
              {Case(old + "/below-a-file.ini", RLIM_INFINITY), Case(old, 0), Case(old, 300),
-              Case(freshPath(), 300)}) {
+              Case(freshPath(), 300), Case(fileWith(manyKeys), lines)}) {
             const bool existed = QFile::exists(path);
             const QByteArray before = bytes(path);
             EditData data;
