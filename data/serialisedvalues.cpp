@@ -46,7 +46,10 @@ public:
                 }
                 at += isLongLineEnd(content, at) ? 2 : 1;
                 if (escaped == 'x') {
-                    return number(16);
+                    if (at < content.size() && hexDigitValue(content.at(at)) >= 0) {
+                        return number(16);
+                    }
+                    continue; // Without digits it stands for nothing.
                 }
                 if (kMeaningfulEscapes.find(escaped) != std::string_view::npos) {
                     return 0;
