@@ -139,8 +139,11 @@ private:
         QString text;
     };
     void connectMidi();
+    template <class ForInput, class ForOutput>
+    std::vector<PortError> tryMidiPorts(ForInput forInput, ForOutput forOutput);
     std::vector<PortError> openMidiPorts();
-    std::vector<PortError> closeMidiPorts();
+    std::vector<PortError> probeMidiPorts();
+    void closeMidiPorts();
     bool isMidiEmpty(); // No port anywhere.
     std::vector<PortError> reopenMidiPorts();
     void locateNext();

@@ -13,12 +13,6 @@ namespace {
 constexpr std::uint32_t kEndOfSongNote = 24;
 constexpr std::uint32_t kOtherEndOfSongNote = 36;
 
-// Titles of the boxes that tell that a port could not be opened.
-constexpr const char* kMidiInError = QT_TRANSLATE_NOOP("MainWindow", "Midi In Open Error");
-constexpr const char* kShortcutMidiInError =
-    QT_TRANSLATE_NOOP("MainWindow", "Shortcut Midi In Open Error");
-constexpr const char* kMidiOutError = QT_TRANSLATE_NOOP("MainWindow", "Midi Out Open Error");
-
 enum RunMode { MANUAL = 0, AUTO_STOP = 1, AUTO_LOCATE = 2 };
 
 } // namespace
@@ -39,11 +33,13 @@ void MainWindow::midiReconnect()
 
 // Closes the ports and opens them by the names of the preferences. An error, or nothing to be seen
 // at all, may mean a MIDI server that died and came back, which nothing of the old connection can
-// reach: then all connections are given up before any is made anew. If that finds nothing either,
-// the ports that were open until now are reported as lost.
+// reach: then all connections are given up before any is made anew. If ports that were open until
+// now find nothing either, the library is asked whether a server is there.
 std::vector<MainWindow::PortError> MainWindow::reopenMidiPorts()
 {
-    const std::vector<PortError> lost = closeMidiPorts();
+    const bool wereOpen =
+        midiIn->isPortOpen() || shortcutMidiIn->isPortOpen() || midiOut->isPortOpen();
+    closeMidiPorts();
     std::vector<PortError> errors = openMidiPorts();
     if (errors.empty() && !isMidiEmpty()) {
         return errors;
@@ -52,7 +48,7 @@ std::vector<MainWindow::PortError> MainWindow::reopenMidiPorts()
     shortcutMidiIn->dropBackEnd();
     midiOut->dropBackEnd();
     errors = openMidiPorts();
-    return errors.empty() && isMidiEmpty() ? lost : errors;
+    return errors.empty() && wereOpen && isMidiEmpty() ? probeMidiPorts() : errors;
 }
 
 bool MainWindow::isMidiEmpty()
@@ -65,51 +61,62 @@ bool MainWindow::isMidiEmpty()
     }
 }
 
-// Returns, for each port that was open, what there is to say if it cannot be opened again.
-std::vector<MainWindow::PortError> MainWindow::closeMidiPorts()
+void MainWindow::closeMidiPorts()
 {
-    std::vector<PortError> lost;
-    const auto close = [&lost](auto* port, const char* title) {
-        if (port->isPortOpen()) {
-            port->closePort();
-            lost.push_back({tr(title), tr("The MIDI server is gone")});
-        }
-    };
-    close(midiIn, kMidiInError);
-    close(shortcutMidiIn, kShortcutMidiInError);
-    close(midiOut, kMidiOutError);
-    return lost;
+    if (midiIn->isPortOpen()) {
+        midiIn->closePort();
+    }
+    if (shortcutMidiIn->isPortOpen()) {
+        shortcutMidiIn->closePort();
+    }
+    if (midiOut->isPortOpen()) {
+        midiOut->closePort();
+    }
 }
 
-// Opens the ports that the preferences name, each whatever becomes of the others. A name that no
-// present port has opens nothing and is no error.
-std::vector<MainWindow::PortError> MainWindow::openMidiPorts()
+// Does something with each port that the preferences name, whatever becomes of the others.
+template <class ForInput, class ForOutput>
+std::vector<MainWindow::PortError> MainWindow::tryMidiPorts(ForInput forInput, ForOutput forOutput)
 {
     std::vector<PortError> errors;
-    const auto attempt = [&errors](const char* title, const auto& open) {
+    const auto attempt = [&errors](const char* title, const auto& act, auto* port,
+                                   const QString& name) {
         try {
-            open();
+            if (!name.isEmpty()) {
+                act(port, name);
+            }
         } catch (const RtMidiError& error) {
             errors.push_back({tr(title), QString::fromStdString(error.getMessage())});
         }
     };
-    if (!editData.MidiInPort.isEmpty()) {
-        attempt(kMidiInError, [this] { midiIn->openPort(editData.MidiInPort); });
-    }
-    if (!editData.ShortcutMidiInPort.isEmpty()) {
-        attempt(kShortcutMidiInError,
-                [this] { shortcutMidiIn->openPort(editData.ShortcutMidiInPort); });
-    }
-    if (!editData.MidiOutPort.isEmpty()) {
-        attempt(kMidiOutError, [this] {
-            midiOut->requireBackEnd();
-            const int index = midiOut->getPorts().indexOf(editData.MidiOutPort);
-            if (index != -1) {
-                midiOut->openPort(static_cast<unsigned int>(index));
-            }
-        });
-    }
+    attempt(QT_TR_NOOP("Midi In Open Error"), forInput, midiIn, editData.MidiInPort);
+    attempt(QT_TR_NOOP("Shortcut Midi In Open Error"), forInput, shortcutMidiIn,
+            editData.ShortcutMidiInPort);
+    attempt(QT_TR_NOOP("Midi Out Open Error"), forOutput, midiOut, editData.MidiOutPort);
     return errors;
+}
+
+// A name that no present port has opens nothing and is no error.
+std::vector<MainWindow::PortError> MainWindow::openMidiPorts()
+{
+    return tryMidiPorts([](QMidiIn* port, const QString& name) { port->openPort(name); },
+                        [](QMidiOut* port, const QString& name) {
+                            port->requireBackEnd();
+                            const int index = port->getPorts().indexOf(name);
+                            if (index != -1) {
+                                port->openPort(static_cast<unsigned int>(index));
+                            }
+                        });
+}
+
+// A port of our own can be made wherever there is MIDI.
+std::vector<MainWindow::PortError> MainWindow::probeMidiPorts()
+{
+    const auto probe = [](auto* port, const QString& name) {
+        port->openVirtualPort(name);
+        port->closePort();
+    };
+    return tryMidiPorts(probe, probe);
 }
 
 void MainWindow::onMidiReceive(QMidiMessage* pMidMsg)
