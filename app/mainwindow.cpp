@@ -225,7 +225,6 @@ void MainWindow::on_comboShowList_currentIndexChanged(int index)
         return;
     }
     const QScopedValueRollback<bool> guard(inUpdate, true);
-    setSendButtonEnabled(sendLocate, false);
     {
         const TableLook::Refill refill(tableSetList);
         const std::vector<EditDataSet>* setList = shownSetList();
@@ -239,10 +238,8 @@ void MainWindow::on_comboShowList_currentIndexChanged(int index)
             nextPos = -1;
         }
     }
-    if (tableSetList->rowCount() > 0) {
-        selectedRow(0);
-        setSendButtonEnabled(sendLocate, true);
-    }
+    selectedRow(0);
+    setSendButtonEnabled(sendLocate, tableSetList->rowCount() > 0);
     giveFocusToTable();
 }
 
@@ -296,8 +293,7 @@ bool MainWindow::isShowingModel()
 void MainWindow::insertSet(int row, const EditDataSet& entry, SEND_STATE state)
 {
     TableLook::insertEntry(tableSetList, row, entry);
-    const bool isSpace = entry.SetType == kSetTypeSpace;
-    if (!isSpace && state == NOT_SENT) {
+    if (entry.SetType == kSetTypeSpace || state == NOT_SENT) {
         return;
     }
     QFont emphasis;
@@ -306,10 +302,8 @@ void MainWindow::insertSet(int row, const EditDataSet& entry, SEND_STATE state)
     const QColor& mark = state == SENT ? editData.SendTextColor : editData.NextTextColor;
     for (int column = 0; column < tableSetList->columnCount(); ++column) {
         QTableWidgetItem* item = tableSetList->item(row, column);
-        item->setForeground(QBrush(isSpace ? TableLook::kSelectedText : mark));
-        if (!isSpace) {
-            item->setFont(emphasis);
-        }
+        item->setForeground(QBrush(mark));
+        item->setFont(emphasis);
     }
 }
 

@@ -140,7 +140,7 @@ private:
     };
     void connectMidi();
     std::vector<PortError> openMidiPorts();
-    void closeMidiPorts();
+    std::vector<PortError> closeMidiPorts();
     bool isMidiEmpty(); // No port anywhere.
     std::vector<PortError> reopenMidiPorts();
     void locateNext();

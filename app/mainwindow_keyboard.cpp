@@ -10,6 +10,14 @@ namespace {
 constexpr int kMinimumButtonWidth = 25;
 constexpr int kIconSize = 24;
 
+// The toolkit styles a widget and all in it anew even where nothing changes.
+void changeStyleSheet(QWidget* widget, const QString& styleSheet)
+{
+    if (widget->styleSheet() != styleSheet) {
+        widget->setStyleSheet(styleSheet);
+    }
+}
+
 } // namespace
 
 void MainWindow::setPreferenceData()
@@ -99,20 +107,18 @@ void MainWindow::setFocusStyleOff()
 
 void MainWindow::setFocusStyle(const QString& styleSheet)
 {
-    // The toolkit styles the frame and its buttons anew even where nothing changes.
-    if (groupBoxSend->styleSheet() != styleSheet) {
-        groupBoxSend->setStyleSheet(styleSheet);
-    }
+    changeStyleSheet(groupBoxSend, styleSheet);
 }
 
 void MainWindow::setSendButtonEnabled(ExPushButton* button, bool enabled)
 {
     const QString color = enabled ? QStringLiteral("#767471;") : QStringLiteral("#b3b0ab;");
-    button->setStyleSheet(
+    changeStyleSheet(
+        button,
         QStringLiteral(" QPushButton:hover {background-color:#C4EFEF;} "
                        " QPushButton:pressed {background-color:#ff6600;border:1px solid #cc0000;} "
                        " QPushButton {height: 30px;background-color:") +
-        color + QStringLiteral("border-style: solid;border-radius: 10;} "));
+            color + QStringLiteral("border-style: solid;border-radius: 10;} "));
     button->setEnabled(enabled);
 }
 

@@ -13,6 +13,12 @@ namespace {
 constexpr std::uint32_t kEndOfSongNote = 24;
 constexpr std::uint32_t kOtherEndOfSongNote = 36;
 
+// Titles of the boxes that tell that a port could not be opened.
+constexpr const char* kMidiInError = QT_TRANSLATE_NOOP("MainWindow", "Midi In Open Error");
+constexpr const char* kShortcutMidiInError =
+    QT_TRANSLATE_NOOP("MainWindow", "Shortcut Midi In Open Error");
+constexpr const char* kMidiOutError = QT_TRANSLATE_NOOP("MainWindow", "Midi Out Open Error");
+
 enum RunMode { MANUAL = 0, AUTO_STOP = 1, AUTO_LOCATE = 2 };
 
 } // namespace
@@ -33,10 +39,11 @@ void MainWindow::midiReconnect()
 
 // Closes the ports and opens them by the names of the preferences. An error, or nothing to be seen
 // at all, may mean a MIDI server that died and came back, which nothing of the old connection can
-// reach: then all connections are given up before any is made anew.
+// reach: then all connections are given up before any is made anew. If that finds nothing either,
+// the ports that were open until now are reported as lost.
 std::vector<MainWindow::PortError> MainWindow::reopenMidiPorts()
 {
-    closeMidiPorts();
+    const std::vector<PortError> lost = closeMidiPorts();
     std::vector<PortError> errors = openMidiPorts();
     if (errors.empty() && !isMidiEmpty()) {
         return errors;
@@ -44,7 +51,8 @@ std::vector<MainWindow::PortError> MainWindow::reopenMidiPorts()
     midiIn->dropBackEnd();
     shortcutMidiIn->dropBackEnd();
     midiOut->dropBackEnd();
-    return openMidiPorts();
+    errors = openMidiPorts();
+    return errors.empty() && isMidiEmpty() ? lost : errors;
 }
 
 bool MainWindow::isMidiEmpty()
@@ -57,17 +65,20 @@ bool MainWindow::isMidiEmpty()
     }
 }
 
-void MainWindow::closeMidiPorts()
+// Returns, for each port that was open, what there is to say if it cannot be opened again.
+std::vector<MainWindow::PortError> MainWindow::closeMidiPorts()
 {
-    if (midiIn->isPortOpen()) {
-        midiIn->closePort();
-    }
-    if (shortcutMidiIn->isPortOpen()) {
-        shortcutMidiIn->closePort();
-    }
-    if (midiOut->isPortOpen()) {
-        midiOut->closePort();
-    }
+    std::vector<PortError> lost;
+    const auto close = [&lost](auto* port, const char* title) {
+        if (port->isPortOpen()) {
+            port->closePort();
+            lost.push_back({tr(title), tr("The MIDI server is gone")});
+        }
+    };
+    close(midiIn, kMidiInError);
+    close(shortcutMidiIn, kShortcutMidiInError);
+    close(midiOut, kMidiOutError);
+    return lost;
 }
 
 // Opens the ports that the preferences name, each whatever becomes of the others. A name that no
@@ -75,22 +86,22 @@ void MainWindow::closeMidiPorts()
 std::vector<MainWindow::PortError> MainWindow::openMidiPorts()
 {
     std::vector<PortError> errors;
-    const auto attempt = [&errors](const QString& title, const auto& open) {
+    const auto attempt = [&errors](const char* title, const auto& open) {
         try {
             open();
         } catch (const RtMidiError& error) {
-            errors.push_back({title, QString::fromStdString(error.getMessage())});
+            errors.push_back({tr(title), QString::fromStdString(error.getMessage())});
         }
     };
     if (!editData.MidiInPort.isEmpty()) {
-        attempt(tr("Midi In Open Error"), [this] { midiIn->openPort(editData.MidiInPort); });
+        attempt(kMidiInError, [this] { midiIn->openPort(editData.MidiInPort); });
     }
     if (!editData.ShortcutMidiInPort.isEmpty()) {
-        attempt(tr("Shortcut Midi In Open Error"),
+        attempt(kShortcutMidiInError,
                 [this] { shortcutMidiIn->openPort(editData.ShortcutMidiInPort); });
     }
     if (!editData.MidiOutPort.isEmpty()) {
-        attempt(tr("Midi Out Open Error"), [this] {
+        attempt(kMidiOutError, [this] {
             midiOut->requireBackEnd();
             const int index = midiOut->getPorts().indexOf(editData.MidiOutPort);
             if (index != -1) {

@@ -5,18 +5,18 @@
 
 #include <QScopedValueRollback>
 
+#include <algorithm>
+
 int MainWindow::getNextPos(int pos, const std::vector<EditDataSet>& setList)
 {
-    if (pos < -1) {
+    const std::int64_t first = std::int64_t{pos} + 1;
+    if (first < 0 || first >= static_cast<std::int64_t>(setList.size())) {
         return -1;
     }
-    for (auto next = static_cast<std::size_t>(std::int64_t{pos} + 1); next < setList.size();
-         ++next) {
-        if (setList[next].SetType == kSetTypeSong) {
-            return static_cast<int>(next);
-        }
-    }
-    return -1;
+    const auto song =
+        std::find_if(setList.begin() + first, setList.end(),
+                     [](const EditDataSet& entry) { return entry.SetType == kSetTypeSong; });
+    return song == setList.end() ? -1 : static_cast<int>(song - setList.begin());
 }
 
 void MainWindow::setOperationOn()

@@ -78,7 +78,7 @@ void EditData::readPreference(const QString& path)
 
 void EditData::writePreference(const QString& path)
 {
-    writeSettingsFile(path, [this](QSettings& file) {
+    writeSettingsFile(path, [this](SettingsWriter& file) {
         file.setValue(kMode, Mode);
         file.setValue(kMidiInPort, MidiInPort);
         file.setValue(kShortcutMidiInPort, ShortcutMidiInPort);

@@ -4,6 +4,7 @@
 
 #include <QHash>
 #include <QSettings>
+#include <QStringBuilder>
 
 #include <algorithm>
 
@@ -38,40 +39,28 @@ const QLatin1String kSpaceName("SpaceName");
 const QLatin1String kCue("Cue");
 const QLatin1String kSongId("SongId");
 
-// The keys of numbered groups, such as SongData3/Bar; numbers start at 1. Reading a file is little
-// more than making keys and looking them up, so all are made in the same buffer.
+// The keys of numbered groups, such as SongData3/Bar; numbers start at 1. Keys are made without
+// room for more: the settings class keeps those that are written.
 class GroupKeys
 {
 public:
-    explicit GroupKeys(QLatin1String group, QString parentPrefix = {})
-        : parent(std::move(parentPrefix)), buffer(parent + group), groupSize(buffer.size())
+    explicit GroupKeys(QLatin1String groupName, QString parentPrefix = {})
+        : parent(std::move(parentPrefix)), group(parent + groupName)
     {
     }
 
-    void select(std::int32_t n)
-    {
-        buffer.truncate(groupSize);
-        buffer += QString::number(n) + QLatin1Char('/');
-        prefixSize = buffer.size();
-    }
+    void select(std::int32_t n) { selected = group % QString::number(n) % QLatin1Char('/'); }
 
-    // A key of the selected group; valid until the next call.
-    const QString& operator()(QLatin1String name)
-    {
-        buffer.truncate(prefixSize);
-        buffer += name;
-        return buffer;
-    }
+    // A key of the selected group.
+    QString operator()(QLatin1String name) const { return selected % name; }
 
-    // Of the selected group.
-    [[nodiscard]] QString prefix() const { return buffer.left(prefixSize); }
-    [[nodiscard]] QString parentPrefix() const { return parent; }
+    [[nodiscard]] const QString& prefix() const { return selected; }
+    [[nodiscard]] const QString& parentPrefix() const { return parent; }
 
 private:
     QString parent;
-    QString buffer;
-    int groupSize;
-    int prefixSize = 0;
+    QString group;
+    QString selected;
 };
 
 std::int32_t readCount(const QSettings& file, const QString& key)
@@ -227,7 +216,7 @@ void ShowReader::fillGap(std::int32_t length, SetList& entries)
     }
 }
 
-void writeSongs(QSettings& file, const std::vector<EditDataSong>& songs)
+void writeSongs(SettingsWriter& file, const std::vector<EditDataSong>& songs)
 {
     GroupKeys key(kSongGroup);
     std::int32_t n = 0;
@@ -242,7 +231,7 @@ void writeSongs(QSettings& file, const std::vector<EditDataSong>& songs)
     file.setValue(kSongDataNum, n);
 }
 
-void writeSetList(QSettings& file, GroupKeys& show, const std::vector<EditDataSet>& entries)
+void writeSetList(SettingsWriter& file, GroupKeys& show, const std::vector<EditDataSet>& entries)
 {
     GroupKeys key(kEntryGroup, show.prefix());
     std::int32_t n = 0;
@@ -258,7 +247,7 @@ void writeSetList(QSettings& file, GroupKeys& show, const std::vector<EditDataSe
     file.setValue(show(kSetNum), n);
 }
 
-void writeShows(QSettings& file, const std::vector<EditDataShow>& shows)
+void writeShows(SettingsWriter& file, const std::vector<EditDataShow>& shows)
 {
     GroupKeys key(kShowGroup);
     std::int32_t n = 0;
@@ -299,7 +288,7 @@ void EditData::writeEdit(const QString& path)
     ShowList.erase(std::remove_if(ShowList.begin(), ShowList.end(),
                                   [](const auto& show) { return show.ShowTitle.isEmpty(); }),
                    ShowList.end());
-    writeSettingsFile(path, [this](QSettings& file) {
+    writeSettingsFile(path, [this](SettingsWriter& file) {
         writeSongs(file, SongList);
         writeShows(file, ShowList);
     });

@@ -6,7 +6,6 @@
 
 #include <QFile>
 #include <QSaveFile>
-#include <QSettings>
 #include <QTemporaryFile>
 
 #include <algorithm>
@@ -48,35 +47,47 @@ QString harmlessFile(const QString& path, QTemporaryFile& copy)
     return copy.open() && writeAll(copy, *harmless) ? copy.fileName() : QString();
 }
 
-// A settings file has one line for each key, besides the headers of its sections. Keys with a slash
-// in front come from damaged files only, and may share a line with the key that lacks it.
-bool isComplete(const QByteArray& written, const QStringList& keys)
+// A settings file has one line for each key, besides the headers of its sections. Nothing if the
+// last line has no end.
+std::optional<int> keyLines(const QByteArray& written)
 {
-    const auto fewestLines = std::count_if(keys.begin(), keys.end(), [](const QString& key) {
-        return !key.startsWith(QLatin1Char('/'));
-    });
     int lines = 0;
     int end = 0;
     for (int start = 0; start < written.size(); start = end + 1) {
         end = written.indexOf('\n', start);
         if (end < 0) {
-            return false;
+            return std::nullopt;
         }
         if (end > start && written.at(start) != '[') {
             ++lines;
         }
     }
-    return lines >= fewestLines;
+    return lines;
+}
+
+// True if all keys of a file are in it that has been written with so many keys.
+bool isComplete(const QByteArray& written, const QSettings& file, int keyCount)
+{
+    const auto lines = keyLines(written);
+    if (!lines || *lines == keyCount) {
+        return lines.has_value();
+    }
+    // There are keys from before. Such with a slash in front come from damaged files only, and may
+    // share a line with the key that lacks it.
+    const QStringList keys = file.allKeys();
+    return *lines >= std::count_if(keys.begin(), keys.end(), [](const QString& key) {
+        return !key.startsWith(QLatin1Char('/'));
+    });
 }
 
 // When the disk gets full during the last piece of a file, the settings class takes that for a
 // success, and replaces the old file by a part of the new one. This puts back the old one, for
 // which there is room: it took that room until it was replaced.
-void undoPartialWrite(const QString& path, const QStringList& keys,
-                      const std::optional<QByteArray>& old)
+void undoPartialWrite(const QSettings& file, int keyCount, const std::optional<QByteArray>& old)
 {
+    const QString path = file.fileName();
     const auto written = contents(path);
-    if (!written || isComplete(*written, keys)) {
+    if (!written || isComplete(*written, file, keyCount)) {
         return;
     }
     if (old) {
@@ -95,7 +106,7 @@ void readSettingsFile(const QString& path, const std::function<void(QSettings&)>
     take(file);
 }
 
-void writeSettingsFile(const QString& path, const std::function<void(QSettings&)>& fill)
+void writeSettingsFile(const QString& path, const std::function<void(SettingsWriter&)>& fill)
 {
     removeAbandonedLock(path);
     auto old = contents(path);
@@ -111,9 +122,10 @@ void writeSettingsFile(const QString& path, const std::function<void(QSettings&)
     if (!file.isWritable()) {
         return;
     }
-    fill(file);
+    SettingsWriter writer(file);
+    fill(writer);
     file.sync();
     if (file.status() != QSettings::AccessError) {
-        undoPartialWrite(path, file.allKeys(), old);
+        undoPartialWrite(file, writer.keyCount(), old);
     }
 }

@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QString>
+#include <QSettings>
 
 #include <functional>
-
-class QSettings;
 
 // How the program's INI files are read and written through the toolkit's settings class, so that
 // neither a damaged file nor a full disk does harm. Main thread only.
@@ -15,7 +13,25 @@ class QSettings;
 // created.
 void readSettingsFile(const QString& path, const std::function<void(QSettings&)>& take);
 
+// Takes the values of a file that is written; each key once.
+class SettingsWriter
+{
+public:
+    explicit SettingsWriter(QSettings& settings) : file(settings) {}
+
+    void setValue(const QString& key, const QVariant& value)
+    {
+        file.setValue(key, value);
+        ++keys;
+    }
+    [[nodiscard]] int keyCount() const { return keys; }
+
+private:
+    QSettings& file;
+    int keys = 0;
+};
+
 // Writes an INI file: `fill` sets the values, and they are on the disk on return. Keys that `fill`
 // does not set stay in the file. Failures are silent and leave the old values in the file, also on
 // a disk that gets full. May wait for a live process that is writing the same file.
-void writeSettingsFile(const QString& path, const std::function<void(QSettings&)>& fill);
+void writeSettingsFile(const QString& path, const std::function<void(SettingsWriter&)>& fill);

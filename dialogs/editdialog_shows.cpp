@@ -54,13 +54,14 @@ void EditDialog::setSetList(int showIndex)
     ui->pushSetDown->setEnabled(false);
     ui->pushSetDelete->setEnabled(false);
 
-    const bool isShown = showIndex != -1;
+    const bool isShown = showIndex >= 0;
     ui->pushAddSpace->setEnabled(isShown);
     ui->listWidgetSong->setEnabled(isShown);
     ui->tableSetList->setEnabled(isShown);
     ui->pushSongInsert->setEnabled(isShown && ui->listWidgetSong->selectionModel()->hasSelection());
-    currentSetList = isShown ? &editData->ShowList[showIndex].SetList : nullptr;
-    if (isShown) {
+    currentSetList = nullptr;
+    if (showIndex >= 0) {
+        currentSetList = &editData->ShowList[showIndex].SetList;
         int row = 0;
         for (const EditDataSet& entry : *currentSetList) {
             TableLook::insertEntry(ui->tableSetList, row++, entry);

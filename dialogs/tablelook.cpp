@@ -95,8 +95,10 @@ void insertEntry(QTableWidget* table, int row, const EditDataSet& entry)
     auto* cue = new QTableWidgetItem(entry.Cue);
     if (isSpace) {
         title->setTextAlignment(Qt::AlignHCenter | Qt::AlignVCenter);
-        title->setBackground(kSpaceBackground);
-        cue->setBackground(kSpaceBackground);
+        for (QTableWidgetItem* item : {title, cue}) {
+            item->setBackground(kSpaceBackground);
+            item->setForeground(kSelectedText);
+        }
     } else {
         title->setFlags(title->flags() & ~Qt::ItemIsEditable);
     }

@@ -27,8 +27,8 @@ void styleHeader(QHeaderView* header);
 void insertRow(QTableWidget* table, int row);
 
 // Inserts a row at `row` for one entry: title or space name in column 0, the cue in column 1. Song
-// titles cannot be edited in place; spaces are grey with a centred, editable name. The items are
-// default-styled otherwise.
+// titles cannot be edited in place; spaces are black on grey with a centred, editable name. The
+// items are default-styled otherwise.
 void insertEntry(QTableWidget* table, int row, const EditDataSet& entry);
 
 // True if the row reads like the entry: same kind, same texts.

@@ -56,6 +56,18 @@ std::optional<bool> mmcStarts(const std::vector<unsigned char>& bytes)
     return bytes[4] == kMmcPlay;
 }
 
+std::optional<Note> noteOf(const std::vector<unsigned char>& bytes)
+{
+    constexpr unsigned kKindMask = 0xF0;
+    constexpr unsigned kNoteOff = 0x80;
+    constexpr unsigned kNoteOn = 0x90;
+    const unsigned kind = bytes.size() == 3 ? bytes[0] & kKindMask : 0;
+    if (kind != kNoteOn && kind != kNoteOff) {
+        return std::nullopt;
+    }
+    return Note{bytes[1], kind == kNoteOn ? bytes[2] : 0};
+}
+
 void printEvent(qint64 timeUs, const QString& text)
 {
     constexpr qint64 kUsPerMs = 1000;

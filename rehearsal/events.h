@@ -41,4 +41,12 @@ QString noteText(bool wasSent, bool isOn, int note, MidiPorts::Out out);
 // other message. MMC is Universal Real Time System Exclusive, sub-ID 06 (MIDI 1.0, RP-013).
 std::optional<bool> mmcStarts(const std::vector<unsigned char>& bytes);
 
+struct Note
+{
+    int key;
+    int velocity; // 0: its end.
+};
+// The note that a message of any channel begins or ends; nothing for every other message.
+std::optional<Note> noteOf(const std::vector<unsigned char>& bytes);
+
 void printEvent(qint64 timeUs, const QString& text);

@@ -64,7 +64,7 @@ std::optional<DawEvent> LocateParser::pressInEntry(int macKey, bool command)
     if (digit >= 0) {
         const QString longer = number + QString::number(digit);
         bool fits = false;
-        longer.toInt(&fits);
+        static_cast<void>(longer.toInt(&fits));
         if (!fits) {
             return wrong(QStringLiteral("number too large"));
         }

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
+#include "practice.h"
 #include "process.h"
 #include "rehearsalwindow.h"
 #include "usage.h"
 
 #include <QApplication>
+#include <QScreen>
 
 #include <cstdio>
 #include <unistd.h>
@@ -11,19 +13,65 @@
 namespace {
 
 constexpr int kUsageError = 2;
+constexpr int kGap = 30; // Pixels between the two windows, for their frames.
+
+void setDefaultInEnvironment(const char* name, const char* value)
+{
+    if (!qEnvironmentVariableIsSet(name)) {
+        qputenv(name, value);
+    }
+}
+
+void settleToolkit()
+{
+    // Nothing here is drawn with OpenGL, whose libraries would take most of the memory.
+    setDefaultInEnvironment("QT_XCB_GL_INTEGRATION", "none");
+    if (qEnvironmentVariableIsSet("DISPLAY")) {
+        // Windows of Wayland's own cannot be typed into by another program.
+        setDefaultInEnvironment("QT_QPA_PLATFORM", "xcb");
+    }
+    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+}
+
+void practise(Practice& practice, RehearsalWindow& window, Daw daw)
+{
+    const QScreen& screen = *QGuiApplication::primaryScreen();
+    QApplication::setQuitOnLastWindowClosed(false);
+    QObject::connect(&practice, &Practice::ended, qApp, &QCoreApplication::quit);
+    QObject::connect(&practice, &Practice::failed, &window, [&window](const QString& why) {
+        window.reportProblem(why);
+        QApplication::setQuitOnLastWindowClosed(true);
+        if (!window.isVisible()) {
+            QCoreApplication::quit();
+        }
+    });
+    QRect room = screen.availableGeometry();
+    const QRect velt = Practice::veltGeometry(screen);
+    room.setLeft(velt.right() + kGap);
+    room.setTop(velt.top());
+    window.move(room.topLeft());
+    window.resize(window.size().boundedTo(room.size()));
+    practice.start(daw, window.midiPorts(), screen);
+}
 
 } // namespace
 
 int main(int argc, char** argv)
 {
     settleStandardStreams();
-    const QString name = argc > 1 ? QString::fromLocal8Bit(argv[1]) : dawName(Daw::ProTools);
-    if (name == QLatin1String("--help") || name == QLatin1String("-h")) {
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i) {
+        arguments += QString::fromLocal8Bit(argv[i]);
+    }
+    if (arguments.contains(QLatin1String("--help")) || arguments.contains(QLatin1String("-h"))) {
         std::fputs(qPrintable(usageText()), stdout);
         return 0;
     }
+    const bool practises = arguments.removeAll(QStringLiteral("--practise")) > 0;
+    const QString name = arguments.value(0, dawName(Daw::ProTools));
     const auto daw = dawOfName(name);
-    if (!daw || argc > 2) {
+    if (!daw || arguments.size() > 1) {
         std::fprintf(stderr, "velt-rehearsal: cannot stand in for \"%s\"\n\n%s", qPrintable(name),
                      qPrintable(usageText()));
         return kUsageError;
@@ -32,15 +80,17 @@ int main(int argc, char** argv)
         std::fputs("velt-rehearsal: this process cannot take the workstation's name\n", stderr);
     }
 
-    if (!qEnvironmentVariableIsSet("QT_XCB_GL_INTEGRATION")) {
-        // Nothing here is drawn with OpenGL, whose libraries would take most of the memory.
-        qputenv("QT_XCB_GL_INTEGRATION", "none");
-    }
+    settleToolkit();
     QApplication application(argc, argv);
     const QuitOnSignals quitOnSignals;
+    // Goes last: a MIDI server may stand still for a while when a program is told to end.
+    Practice practice;
     RehearsalWindow window(*daw);
     LineReader commands(STDIN_FILENO);
     QObject::connect(&commands, &LineReader::lineRead, &window, &RehearsalWindow::runCommand);
+    if (practises) {
+        practise(practice, window, *daw);
+    }
     window.show();
     return QApplication::exec();
 }

@@ -6,7 +6,6 @@ namespace {
 constexpr int kNoteMs = 100;
 constexpr unsigned char kNoteOn = 0x90; // On the first channel.
 constexpr unsigned char kNoteOff = 0x80;
-constexpr unsigned char kVelocity = 100;
 
 } // namespace
 

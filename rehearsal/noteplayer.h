@@ -17,6 +17,8 @@ class NotePlayer : public QObject
     Q_OBJECT
 
 public:
+    static constexpr unsigned char kVelocity = 100;
+
     explicit NotePlayer(MidiPorts& ports);
 
     void strike(MidiPorts::Out out, int note);

@@ -6,6 +6,7 @@
 #include "eventlog.h"
 #include "locatedisplay.h"
 #include "look.h"
+#include "noteroll.h"
 #include "usage.h"
 
 #include <QCoreApplication>
@@ -33,6 +34,7 @@ RehearsalWindow::RehearsalWindow(Daw daw)
       player(ports),
       display(new LocateDisplay(dawName(daw))),
       log(new EventLog),
+      roll(new NoteRoll),
       midiState(new QLabel)
 {
     setWindowTitle(dawName(daw));
@@ -45,6 +47,7 @@ RehearsalWindow::RehearsalWindow(Daw daw)
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(display, 2);
     layout->addWidget(log, 1);
+    layout->addWidget(roll);
     layout->addLayout(grid);
     layout->addWidget(midiState);
 
@@ -52,6 +55,9 @@ RehearsalWindow::RehearsalWindow(Daw daw)
     connect(&player, &NotePlayer::played, this,
             [this](bool wasSent, bool isOn, int note, MidiPorts::Out out) {
                 report(takeMidi(), noteText(wasSent, isOn, note, out));
+                if (wasSent || !isOn) {
+                    roll->showNote(note, isOn ? NotePlayer::kVelocity : 0);
+                }
                 if (!wasSent) {
                     showMidiState();
                 }
@@ -104,6 +110,7 @@ QPushButton* RehearsalWindow::addNoteButton(int key, const QString& text, MidiPo
 void RehearsalWindow::openMidi()
 {
     player.releaseAll();
+    roll->clear(); // Of a note whose sender is gone, the end will not come.
     if (!ports.open()) {
         report(takeMidi(), QStringLiteral("no midi"));
     }
@@ -211,6 +218,8 @@ qint64 RehearsalWindow::takeMidi()
         report(message.timeUs, midiText(message.bytes));
         if (const auto starts = mmcStarts(message.bytes)) {
             setPlaying(*starts, message.timeUs);
+        } else if (const auto note = noteOf(message.bytes)) {
+            roll->showNote(note->key, note->velocity);
         }
     }
     if (inbox.dropped > 0) {

@@ -14,6 +14,7 @@
 #include <vector>
 
 class LocateDisplay;
+class NoteRoll;
 class QGridLayout;
 class QLabel;
 
@@ -31,8 +32,12 @@ public:
     explicit RehearsalWindow(Daw daw);
     ~RehearsalWindow() override;
 
+    [[nodiscard]] const MidiPorts& midiPorts() const { return ports; }
+
     // A line of standard input (see usage.h).
     void runCommand(const QString& line);
+    // Reports something else that went wrong.
+    void reportProblem(const QString& text) { report(takeMidi(), text, EventLog::Bad); }
 
 protected:
     void keyPressEvent(QKeyEvent* event) override { handleKey(event, true); }
@@ -73,5 +78,6 @@ private:
 
     LocateDisplay* display;
     EventLog* log;
+    NoteRoll* roll;
     QLabel* midiState;
 };

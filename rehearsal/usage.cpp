@@ -19,10 +19,14 @@ std::optional<Daw> dawOfName(const QString& name)
 QString usageText()
 {
     return QStringLiteral(
-        R"(Usage: velt-rehearsal ["Pro Tools" | "Studio One"]
+        R"(Usage: velt-rehearsal [--practise] ["Pro Tools" | "Studio One"]
 Stands in for a digital audio workstation, so that a show can be practised without one. Its process
 has the workstation's name ("Pro Tools" if none is given); it understands the keys that locate a
 song there, takes MMC, and has a foot switch and end-of-song notes to press.
+
+With --practise it starts VELT beside it, on settings that hold a sample show and name its ports.
+They lie apart from the user's own, in velt-rehearsal in the configuration folder, and keep what is
+edited; delete that folder to begin anew. Closing VELT ends the rehearsal.
 
 MIDI ports, as they appear to other programs (ALSA appends numbers):
   Rehearsal MMC:commands         takes MMC Play and Stop, for any device ID
@@ -58,5 +62,6 @@ Standard output gets one line an event, at once: the time in ms (CLOCK_MONOTONIC
   sent note on 31 foot switch  and "off"; "daw notes" for the other port
   not sent note on 31 ...      because no MIDI is there
   unknown command TEXT         on standard input
+  velt cannot be started: WHY  with --practise; or "velt has failed: WHY"
 )");
 }

@@ -134,7 +134,7 @@ void* X11Connection::await(unsigned int sequence)
         }
         const auto left =
             std::chrono::ceil<std::chrono::milliseconds>(end - std::chrono::steady_clock::now());
-        if (left <= 0ms) {
+        if (left.count() <= 0) {
             unanswered = sequence;
             return nullptr;
         }

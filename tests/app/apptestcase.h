@@ -9,6 +9,11 @@
 constexpr int kProTools = 1;
 constexpr int kStudioOne = 2;
 
+// How the rows of the sample show can look.
+const QStringList kPlain{"plain", "space", "plain", "plain"};
+const QStringList kFirstSent{"sent", "space", "next", "plain"};
+const QStringList kSecondSent{"plain", "space", "sent", "next"};
+
 // Base of the tests of the operator window: keys go to the recording platform layer, on which
 // three applications run.
 class AppTestCase : public TestCase

@@ -3,11 +3,9 @@
 
 #include "datafiles.h"
 #include "qmidiin.h"
-#include "qmidimessage.h"
 
 #include <QDir>
 #include <QStandardPaths>
-#include <QTest>
 
 namespace {
 
@@ -22,43 +20,18 @@ QWidget* writeFiles(EditData& data)
 
 } // namespace
 
-EditDataSong song(int id, const QString& title, int bar, int marker)
-{
-    EditDataSong made;
-    made.Id = id;
-    made.SongTitle = title;
-    made.Bar = bar;
-    made.Marker = marker;
-    return made;
-}
-
-EditDataSet songEntry(const EditDataSong& song, const QString& cue)
-{
-    EditDataSet entry;
-    entry.Song = song;
-    entry.Cue = cue;
-    return entry;
-}
-
-EditDataSet spaceEntry(const QString& name, const QString& cue)
-{
-    EditDataSet entry;
-    entry.SetType = kSetTypeSpace;
-    entry.SpaceName = name;
-    entry.Cue = cue;
-    return entry;
-}
-
 EditData sampleData()
 {
     EditData data;
-    data.SongList = {song(1, "Opener", 12, 1), song(2, "Middle", 105, 7),
-                     song(3, "Closer", 33, 10)};
-    data.ShowList.resize(2);
-    data.ShowList[0].ShowTitle = "Friday";
-    data.ShowList[0].SetList = {songEntry(data.SongList[0], "lights up"), spaceEntry("talk"),
-                                songEntry(data.SongList[1]), songEntry(data.SongList[2])};
-    data.ShowList[1].ShowTitle = "Empty";
+    data.SongList = {
+        {1, "Opener", {}, 1, 12}, {2, "Middle", {}, 7, 105}, {3, "Closer", {}, 10, 33}};
+    data.ShowList = {{"Friday",
+                      {},
+                      {{kSetTypeSong, data.SongList[0], {}, "lights up"},
+                       {kSetTypeSpace, {}, "talk", {}},
+                       {kSetTypeSong, data.SongList[1], {}, {}},
+                       {kSetTypeSong, data.SongList[2], {}, {}}}},
+                     {"Empty", {}, {}}};
     return data;
 }
 
@@ -87,15 +60,17 @@ QPushButton* Operator::button(const QString& name) const
     qFatal("there is no button %s", qPrintable(name));
 }
 
-void Operator::press(const QString& name) const
-{
-    QTest::mouseClick(button(name), Qt::LeftButton);
-}
-
 void Operator::select(int row, int column) const
 {
     const QRect cell = table->visualItemRect(table->item(row, column));
     QTest::mouseClick(table->viewport(), Qt::LeftButton, Qt::NoModifier, cell.center());
+}
+
+void Operator::doubleClick(int row, int column) const
+{
+    select(row, column);
+    const QRect cell = table->visualItemRect(table->item(row, column));
+    QTest::mouseDClick(table->viewport(), Qt::LeftButton, Qt::NoModifier, cell.center());
 }
 
 int Operator::selectedRow() const
@@ -116,11 +91,6 @@ QLineEdit* Operator::openEditor() const
     return qobject_cast<QLineEdit*>(table->indexWidget(table->currentIndex()));
 }
 
-bool Operator::isFocusOnTable() const
-{
-    return window.focusWidget() == table;
-}
-
 QStringList Operator::looks() const
 {
     const auto look = [this](const QTableWidgetItem* item) {
@@ -129,16 +99,10 @@ QStringList Operator::looks() const
         if (item->background().color() == QColor(0xCD, 0xCD, 0xCD)) {
             return "space";
         }
-        if (!isEmphasized && item->foreground().style() == Qt::NoBrush) {
-            return "plain";
+        if (!isEmphasized) {
+            return item->foreground().style() == Qt::NoBrush ? "plain" : "?";
         }
-        if (isEmphasized && text == data.SendTextColor) {
-            return "sent";
-        }
-        if (isEmphasized && text == data.NextTextColor) {
-            return "next";
-        }
-        return "?";
+        return text == data.SendTextColor ? "sent" : text == data.NextTextColor ? "next" : "?";
     };
     QStringList all;
     for (int row = 0; row < table->rowCount(); ++row) {
@@ -158,18 +122,11 @@ bool Operator::isRunning() const
     return running;
 }
 
-void Operator::controllerNote(int note, int velocity) const
+void Operator::receive(QMidiIn* port, QMidiStatus status, int pitch, int velocity)
 {
     QMidiMessage message;
-    message.setStatus(MIDI_NOTE_ON)
-        ->setPitch(static_cast<std::uint32_t>(note))
+    message.setStatus(status)
+        ->setPitch(static_cast<std::uint32_t>(pitch))
         ->setVelocity(static_cast<std::uint32_t>(velocity));
-    controllerIn->onMidiMessageReceive(&message);
-}
-
-void Operator::endOfSong(int note) const
-{
-    QMidiMessage message;
-    message.setStatus(MIDI_NOTE_OFF)->setPitch(static_cast<std::uint32_t>(note));
-    dawIn->onMidiMessageReceive(&message);
+    port->onMidiMessageReceive(&message);
 }

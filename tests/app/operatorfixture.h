@@ -3,18 +3,16 @@
 
 #include "editdata.h"
 #include "mainwindow.h"
+#include "qmidimessage.h"
 
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTableWidget>
+#include <QTest>
 
 class QMidiIn;
-
-EditDataSong song(int id, const QString& title, int bar, int marker);
-EditDataSet songEntry(const EditDataSong& song, const QString& cue = QString());
-EditDataSet spaceEntry(const QString& name, const QString& cue = QString());
 
 // A library of three songs (bars 12, 105, 33; markers 1, 7, 10) and two shows: "Friday" with song,
 // space, song, song and "Empty" with nothing.
@@ -27,17 +25,21 @@ public:
     explicit Operator(EditData initial = sampleData());
 
     QPushButton* button(const QString& name) const; // By its text or spoken name.
-    void press(const QString& name) const;          // Clicks; returns when the slot has run.
-    void select(int row, int column = 0) const;     // Clicks into the table.
+    // Clicks; returns when the slot has run.
+    void press(const QString& name) const { QTest::mouseClick(button(name), Qt::LeftButton); }
+    void select(int row, int column = 0) const; // Clicks into the table.
+    void doubleClick(int row, int column) const;
     int selectedRow() const;
     QLineEdit* edit(int row, int column) const; // Opens the cell's editor.
     QLineEdit* openEditor() const;              // Null if no cell is being edited.
-    bool isFocusOnTable() const;                // Whatever window is the active one.
+    // Whatever window is the active one.
+    bool isFocusOnTable() const { return window.focusWidget() == table; }
     QStringList looks() const; // Of each row: "plain", "sent", "next", "space" or "?".
     bool isRunning() const;    // By the buttons that a run locks; fails the test if they disagree.
 
-    void controllerNote(int note, int velocity = 100) const; // Note on.
-    void endOfSong(int note = 24) const;                     // Note off from the DAW.
+    static void receive(QMidiIn* port, QMidiStatus status, int pitch, int velocity);
+    void controllerNote(int note) const { receive(controllerIn, MIDI_NOTE_ON, note, 100); }
+    void endOfSong(int note = 24) const { receive(dawIn, MIDI_NOTE_OFF, note, 0); }
 
     MainWindow window;
     QTableWidget* table;

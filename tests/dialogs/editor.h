@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "dialogtest.h"
 #include "editdialog.h"
-#include "operatorwindow.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -10,45 +10,34 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QTableWidget>
-#include <QTest>
-
-#include <set>
-
-// Stands in for the operator window: counts what the editor tells it.
-class WindowDouble : public QWidget, public OperatorWindow
-{
-public:
-    void setShowData() override { ++refreshes; }
-    void setPreferenceData() override {}
-    void midiReconnect() override {}
-
-    int refreshes = 0;
-};
 
 // The editor, opened on some data, and a user's mouse and keyboard on it.
 class Editor
 {
 public:
-    enum Opened { Shown, ToBeExecuted };
-
-    explicit Editor(EditData contents = {}, Opened opened = Shown) : data(std::move(contents))
+    explicit Editor(EditData contents = {}) : data(std::move(contents))
     {
         dialog.setDispFromEdit();
-        if (opened == Shown) {
-            dialog.show();
-            activate();
-        }
+        dialog.show();
+        activate();
     }
 
     template <typename Widget = QPushButton>
-    Widget* find(const QByteArray& name)
+    Widget* find(const QString& name)
     {
-        return dialog.findChild<Widget*>(QLatin1String(name));
+        return dialog.findChild<Widget*>(name);
     }
 
-    bool isEnabled(const QByteArray& name) { return find<QWidget>(name)->isEnabled(); }
+    bool isEnabled(const QString& name) { return find<QWidget>(name)->isEnabled(); }
 
-    void press(const QByteArray& name) { QTest::mouseClick(find(name), Qt::LeftButton); }
+    void press(const QString& name) { QTest::mouseClick(find(name), Qt::LeftButton); }
+
+    // Presses a button that asks a question, which is answered.
+    void press(const QString& name, const QString& question, QMessageBox::StandardButton answer)
+    {
+        script.answerQuestion(question, kOkCancel, answer);
+        press(name);
+    }
 
     // Waits until keys go to the dialog: after it was shown or a message box has gone.
     void activate()
@@ -97,30 +86,12 @@ public:
         QTRY_COMPARE(dialog.focusWidget(), static_cast<QWidget*>(table));
     }
 
-    // Types without a click before: the first key opens the cell.
-    void typeAtOnce(const char* text)
-    {
-        for (; *text; ++text) {
-            QTest::keyClick(dialog.focusWidget(), *text);
-        }
-        QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
-    }
-
     EditData data;
-    WindowDouble window;
+    FakeWindow window;
     EditDialog dialog{&data, &window};
+    ModalScript script;
     QTableWidget* songs = find<QTableWidget>("tableSongList");
     QTableWidget* shows = find<QTableWidget>("tableShowList");
     QTableWidget* set = find<QTableWidget>("tableSetList");
     QListWidget* offered = find<QListWidget>("listWidgetSong");
 };
-
-// Each selected row once, ascending.
-inline std::vector<int> selectedRows(const QTableWidget* table)
-{
-    std::set<int> rows;
-    for (const QTableWidgetItem* item : table->selectedItems()) {
-        rows.insert(item->row());
-    }
-    return {rows.begin(), rows.end()};
-}

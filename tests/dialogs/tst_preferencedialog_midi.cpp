@@ -8,15 +8,6 @@
 
 namespace {
 
-// The dialog over the ports that the operator window has.
-struct PortDesk
-{
-    QMidiIn in;
-    QMidiIn controller;
-    QMidiOut out;
-    PreferenceDesk desk{&in, &controller, &out};
-};
-
 // Whatever has become of the MIDI system, the dialog opens at once and confirms.
 void checkUsable(PreferenceDesk& desk)
 {
@@ -24,6 +15,7 @@ void checkUsable(PreferenceDesk& desk)
     filling.start();
     desk.dialog.setDispFromEdit();
     QVERIFY(filling.elapsed() < 1000);
+    desk.owner.calls.clear();
     desk.open([&] { desk.click("pushOK"); });
     QCOMPARE(desk.owner.calls, kConfirmed);
 }
@@ -35,81 +27,66 @@ class TestPreferenceDialogMidi : public TestCase
     Q_OBJECT
 
 private slots:
-    void absentServer();
-    void realPorts();
-    void deadServer();
+    void absentServer()
+    {
+        qputenv("JACK_DEFAULT_SERVER", "velt-no-such-server");
+        qputenv("JACK_NO_START_SERVER", "1");
+        QMidiIn in;
+        QMidiOut out;
+        PreferenceDesk desk(&in, &in, &out);
+        desk.data.MidiInPort = "Gone:in";
+        checkUsable(desk);
+        QCOMPARE(desk.data.MidiInPort, QString());
+    }
+
+    void realPorts()
+    {
+        JackServer server;
+        if (!server.isRunning()) {
+            QSKIP(qPrintable(server.why()));
+        }
+        QMidiOut workstation;
+        workstation.openVirtualPort("Notes");
+        auto footSwitch = std::make_unique<QMidiOut>();
+        footSwitch->openVirtualPort("Foot switch");
+        QMidiIn remote;
+        remote.openVirtualPort("Remote");
+        QMidiIn in;
+        QMidiIn controller;
+        QMidiOut out;
+        const QStringList sources = in.getPorts();
+        QCOMPARE(sources.size(), 2);
+
+        PreferenceDesk desk(&in, &controller, &out);
+        const auto* inBox = desk.find<QComboBox>("comboMidiIn");
+        auto* controllerBox = desk.find<QComboBox>("comboShortcutMidiIn");
+        desk.data.MidiInPort = sources[1];
+        desk.data.ShortcutMidiInPort = sources[0].toUpper(); // Letter case counts: not there.
+        desk.data.MidiOutPort = "Gone:out";
+        desk.open([&] {
+            QCOMPARE(inBox->count(), 2);
+            QCOMPARE(inBox->currentText(), sources[1]);
+            QCOMPARE(controllerBox->count(), 3);
+            QCOMPARE(controllerBox->currentText(), QString());
+            controllerBox->setCurrentIndex(2);
+            desk.click("pushOK");
+        });
+        QCOMPARE(desk.data.MidiInPort, sources[1]);
+        QCOMPARE(desk.data.ShortcutMidiInPort, sources[1]);
+        QCOMPARE(desk.data.MidiOutPort, out.getPorts().value(0));
+
+        footSwitch.reset(); // Unplugged: gone from the lists, but not yet from what is stored.
+        desk.open([&] {
+            QCOMPARE(inBox->count(), 1);
+            QCOMPARE(controllerBox->currentText(), QString());
+            const ModalScript script; // A question would fail it.
+            desk.dialog.close();
+        });
+        QCOMPARE(desk.data.ShortcutMidiInPort, sources[1]);
+        server.kill();
+        checkUsable(desk);
+    }
 };
-
-void TestPreferenceDialogMidi::absentServer()
-{
-    qputenv("JACK_DEFAULT_SERVER", "velt-no-such-server");
-    qputenv("JACK_NO_START_SERVER", "1");
-    PortDesk ports;
-    ports.desk.data.MidiInPort = QStringLiteral("Gone:in");
-    checkUsable(ports.desk);
-    QCOMPARE(ports.desk.data.MidiInPort, QString());
-}
-
-void TestPreferenceDialogMidi::realPorts()
-{
-    const JackServer server;
-    if (!server.isRunning()) {
-        QSKIP(qPrintable(server.why()));
-    }
-    QMidiOut workstation;
-    workstation.openVirtualPort(QStringLiteral("Notes"));
-    auto footSwitch = std::make_unique<QMidiOut>();
-    footSwitch->openVirtualPort(QStringLiteral("Foot switch"));
-    QMidiIn remote;
-    remote.openVirtualPort(QStringLiteral("Remote"));
-
-    PortDesk ports;
-    const QStringList sources = ports.in.getPorts();
-    const QStringList sinks = ports.out.getPorts();
-    QCOMPARE(sources.size(), 2);
-    QVERIFY(sources[1].endsWith(QLatin1String(":Foot switch")));
-    QCOMPARE(sinks.size(), 1);
-
-    PreferenceDesk& desk = ports.desk;
-    const auto* in = desk.find<QComboBox>("comboMidiIn");
-    auto* controller = desk.find<QComboBox>("comboShortcutMidiIn");
-    const auto* out = desk.find<QComboBox>("comboMidiOut");
-    desk.data.MidiInPort = sources[1];
-    desk.data.ShortcutMidiInPort = sources[0].toUpper(); // Letter case counts: not there.
-    desk.data.MidiOutPort = QStringLiteral("Gone:out");
-    desk.open([&] {
-        QCOMPARE(in->count(), 2);
-        QCOMPARE(in->currentText(), sources[1]);
-        QCOMPARE(controller->count(), 3);
-        QCOMPARE(controller->currentText(), QString());
-        QCOMPARE(out->currentText(), sinks[0]);
-        controller->setCurrentIndex(2);
-        desk.click("pushOK");
-    });
-    QCOMPARE(desk.data.MidiInPort, sources[1]);
-    QCOMPARE(desk.data.ShortcutMidiInPort, sources[1]);
-    QCOMPARE(desk.data.MidiOutPort, sinks[0]);
-
-    footSwitch.reset(); // Unplugged: gone from the lists, but not yet from what is stored.
-    desk.open([&] {
-        QCOMPARE(in->count(), 1);
-        QCOMPARE(controller->currentText(), QString());
-        const ModalScript script; // A question would fail it.
-        desk.dialog.close();
-    });
-    QCOMPARE(desk.data.ShortcutMidiInPort, sources[1]);
-}
-
-void TestPreferenceDialogMidi::deadServer()
-{
-    JackServer server;
-    if (!server.isRunning()) {
-        QSKIP(qPrintable(server.why()));
-    }
-    PortDesk ports;
-    server.kill();
-    checkUsable(ports.desk);
-}
 
 VELT_TEST_MAIN(TestPreferenceDialogMidi)
 #include "tst_preferencedialog_midi.moc"

@@ -5,7 +5,6 @@
 
 #include <RtMidi.h>
 
-#include <mutex>
 #include <vector>
 
 // Other MIDI software on the running JACK server, made of plain library objects: what the ports
@@ -14,45 +13,35 @@
 using Bytes = std::vector<unsigned char>;
 
 // Sends from a port. Pace what you send: the library hangs on a full ring.
-class PeerSource
+struct PeerSource
 {
-public:
     PeerSource() { out.openVirtualPort("out"); }
     static QString port() { return QStringLiteral("velt source:out"); }
     void send(const Bytes& bytes) { out.sendMessage(&bytes); }
 
-private:
     RtMidiOut out{RtMidi::UNIX_JACK, "velt source"};
 };
 
 // Keeps what arrives at its port.
-class PeerSink
+struct PeerSink
 {
-public:
     PeerSink()
     {
         in.ignoreTypes(false, false, false);
-        in.setCallback(keep, this);
         in.openVirtualPort("in");
     }
     static QString port() { return QStringLiteral("velt sink:in"); }
-    std::vector<Bytes> received()
+    const std::vector<Bytes>& received()
     {
-        const std::lock_guard<std::mutex> lock(mutex);
+        Bytes next;
+        for (in.getMessage(&next); !next.empty(); in.getMessage(&next)) {
+            messages.push_back(next);
+        }
         return messages;
     }
 
-private:
-    static void keep(double, Bytes* bytes, void* sink)
-    {
-        auto* self = static_cast<PeerSink*>(sink);
-        const std::lock_guard<std::mutex> lock(self->mutex);
-        self->messages.push_back(*bytes);
-    }
-
-    std::mutex mutex;
+    RtMidiIn in{RtMidi::UNIX_JACK, "velt sink", 10000};
     std::vector<Bytes> messages;
-    RtMidiIn in{RtMidi::UNIX_JACK, "velt sink"}; // Last, so that it stops before the rest goes.
 };
 
 template <class OutPort>

@@ -1,9 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "qmidimessage.h"
+#include "qmidipianoroll.h"
 #include "testcase.h"
+
+#include <QGraphicsRectItem>
+
+#include <map>
 
 using Bytes = std::vector<unsigned char>;
 
+// Messages, and the piano roll that shows them.
 class TestMidiMessage : public TestCase
 {
     Q_OBJECT
@@ -12,61 +18,76 @@ private slots:
     void encodesFields()
     {
         const auto encoded = [](std::uint32_t status, std::uint32_t channel, std::uint32_t pitch,
-                                std::uint32_t velocity, std::uint32_t control,
-                                std::uint32_t value) {
+                                std::uint32_t velocity) {
             QMidiMessage message;
             message.setStatus(static_cast<QMidiStatus>(status))->setChannel(channel);
-            message.setPitch(pitch)->setVelocity(velocity)->setControl(control)->setValue(value);
-            return message.getRawMessage();
+            return message.setPitch(pitch)->setVelocity(velocity)->setValue(5)->getRawMessage();
         };
-        QCOMPARE(QMidiMessage().getRawMessage(), Bytes());
-        QCOMPARE(encoded(0x90, 1, 60, 100, 1, 1), (Bytes{0x90, 0x3C, 0x64}));
-        QCOMPARE(encoded(0x80, 16, 60, 0, 1, 1), (Bytes{0x8F, 0x3C, 0x00}));
-        QCOMPARE(encoded(0xB0, 2, 1, 1, 7, 127), (Bytes{0xB1, 0x07, 0x7F}));
-        QCOMPARE(encoded(0xC0, 3, 1, 1, 1, 5), (Bytes{0xC2, 0x05}));
+        QCOMPARE(encoded(0x90, 1, 60, 100), (Bytes{0x90, 0x3C, 0x64}));
+        QCOMPARE(encoded(0x80, 16, 60, 0), (Bytes{0x8F, 0x3C, 0x00}));
+        QCOMPARE(encoded(0xC0, 3, 1, 1), (Bytes{0xC2, 0x05}));
         // Channels out of range carry into the status; only the low byte of a field goes out.
-        QCOMPARE(encoded(0x90, 0, 1, 2, 0, 0), (Bytes{0x8F, 1, 2}));
-        QCOMPARE(encoded(0x90, 17, 0x1FF, 0x180, 0, 0), (Bytes{0xA0, 0xFF, 0x80}));
+        QCOMPARE(encoded(0x90, 17, 0x1FF, 0x180), (Bytes{0xA0, 0xFF, 0x80}));
         // Without an encoding: pitch bend, a status with a channel in it, empty exclusive data.
-        QCOMPARE(encoded(0xE0, 1, 0, 0, 0, 8192), Bytes());
-        QCOMPARE(encoded(0x91, 1, 60, 100, 0, 0), Bytes());
-        QCOMPARE(encoded(0xF0, 0, 0, 0, 0, 0), Bytes());
-    }
+        for (const std::uint32_t status : {0U, 0xE0U, 0x91U, 0xF0U}) {
+            QCOMPARE(encoded(status, 1, 60, 100), Bytes());
+        }
 
-    void completesSystemExclusiveData()
-    {
         const Bytes play{0xF0, 0x7F, 0x7F, 0x06, 0x02, 0xF7};
         const Bytes unfinished(play.begin(), play.end() - 1);
-        QMidiMessage message;
-        QCOMPARE(message.setStatus(MIDI_SYSEX)->setSysExData(play)->getRawMessage(), play);
-        message.clear();
-        QCOMPARE(message.setStatus(MIDI_SYSEX)->setSysExData(unfinished)->getRawMessage(), play);
-        QCOMPARE(message.getSysExData(), unfinished);
+        for (const Bytes& data : {play, unfinished}) {
+            QMidiMessage message;
+            QCOMPARE(message.setStatus(MIDI_SYSEX)->setSysExData(data)->getRawMessage(), play);
+            QCOMPARE(message.getSysExData(), data);
+        }
     }
 
     void encodesOnceAndCopiesEverything()
     {
-        QObject parent;
-        QMidiMessage message(&parent);
-        message.setStatus(MIDI_NOTE_ON)->setPitch(60)->setVelocity(100)->setControl(5)->setValue(6);
-        message.setDeltaTime(7.5)->setSysExData({0xF0, 1});
-        QCOMPARE(message.getRawMessage(), (Bytes{0x90, 60, 100}));
-        QCOMPARE(message.setPitch(61)->getRawMessage(), (Bytes{0x90, 60, 100}));
-
+        const Bytes first{0xB1, 5, 6};
+        QMidiMessage message;
+        message.setStatus(MIDI_CONTROL_CHANGE)->setChannel(2)->setControl(5)->setValue(6);
+        QCOMPARE(message.getRawMessage(), first);
+        QCOMPARE(message.setControl(7)->getRawMessage(), first);
         QMidiMessage copy(message);
-        QCOMPARE(copy.parent(), nullptr);
-        QVERIFY(copy.getStatus() == MIDI_NOTE_ON && copy.getChannel() == 1);
-        QVERIFY(copy.getPitch() == 61 && copy.getVelocity() == 100);
-        QVERIFY(copy.getControl() == 5 && copy.getValue() == 6 && copy.getDeltaTime() == 7.5);
-        QCOMPARE(copy.getSysExData(), (Bytes{0xF0, 1}));
-        QCOMPARE(copy.getRawMessage(), (Bytes{0x90, 60, 100}));
-
-        QCOMPARE(copy.setRawMessage({1})->getRawMessage(), Bytes{1});
+        QVERIFY(copy.getControl() == 7 && copy.getValue() == 6 && copy.getRawMessage() == first);
         copy.clear();
-        QCOMPARE(copy.getRawMessage(), Bytes());
         QCOMPARE(copy.setStatus(MIDI_NOTE_OFF)->getRawMessage(), (Bytes{0x80, 0, 0}));
-        QVERIFY(copy.getValue() == 0 && copy.getDeltaTime() == 0 && copy.getSysExData().empty());
-        QCOMPARE(message.getRawMessage(), (Bytes{0x90, 60, 100}));
+        QCOMPARE(copy.setRawMessage({1})->getRawMessage(), Bytes{1});
+    }
+
+    void lightsTheKeysOfThePianoRoll()
+    {
+        QMidiPianoRoll roll;
+        std::map<qreal, QGraphicsRectItem*> keys; // By their left edge.
+        for (QGraphicsItem* item : roll.scene()->items()) {
+            auto* key = qgraphicsitem_cast<QGraphicsRectItem*>(item);
+            keys[key->rect().left()] = key;
+        }
+        QCOMPARE(keys.size(), std::size_t(128));
+        for (const int white : {0, 12, 24, 35, 47, 59, 71, 82}) {
+            QVERIFY(keys[410 + white] && keys[410 + white]->rect().size() == QSizeF(10, 60));
+        }
+        for (const int black : {6, 18, 41, 53, 65}) {
+            QVERIFY(keys[410 + black] && keys[410 + black]->rect().size() == QSizeF(10, 30));
+        }
+
+        const auto play = [&](QMidiStatus status, std::uint32_t pitch, std::uint32_t velocity) {
+            QMidiMessage message;
+            message.setStatus(status)->setChannel(10)->setPitch(pitch)->setVelocity(velocity);
+            roll.onMidiReceive(&message);
+        };
+        play(MIDI_NOTE_ON, 60, 127);
+        play(MIDI_CONTROL_CHANGE, 60, 1);
+        QCOMPARE(keys[410]->brush(), QBrush(QColor(0, 0, 200, 254)));
+        play(MIDI_NOTE_ON, 60, 0);
+        QCOMPARE(keys[410]->brush(), QBrush(QColor(0, 0, 200, 0)));
+        play(MIDI_NOTE_OFF, 60, 0);
+        QCOMPARE(keys[410]->brush(), QBrush(Qt::white));
+        play(MIDI_NOTE_ON, 61, 1);
+        play(MIDI_NOTE_OFF, 61, 0);
+        QCOMPARE(keys[416]->brush(), QBrush(Qt::black));
+        play(MIDI_NOTE_ON, 128, 100); // No key has this number.
     }
 };
 

@@ -1,160 +1,83 @@
 // SPDX-License-Identifier: MIT
+#include "editdata.h"
+#include "midipeer.h"
+#include "noteroll.h"
+#include "qmidiin.h"
+#include "qmidimessage.h"
+#include "qmidiout.h"
+#include "rehearsalwindow.h"
 #include "servers.h"
 #include "testcase.h"
 
-#include <QProcess>
+#include <QDir>
+#include <QGraphicsRectItem>
 #include <QStandardPaths>
-#include <QTemporaryDir>
-
-#include <RtMidi.h>
 
 #include <csignal>
 
 namespace {
 
-using Bytes = std::vector<unsigned char>;
-
-// The program under test, on a display of its own.
-class Rehearsal
+// The program under test.
+class Rehearsal : public QProcess
 {
 public:
-    explicit Rehearsal(const XServer& server) : display(server.display())
+    explicit Rehearsal(const QString& daw = "Pro Tools") : Rehearsal(QStringList{daw}) {}
+    explicit Rehearsal(const QStringList& arguments)
     {
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("DISPLAY"), display);
-        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
-        environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), runtime.path());
-        process.setProcessEnvironment(environment);
-        // What the MIDI libraries say there is no business of a test, unless it fails.
-        process.setStandardErrorFile(runtime.filePath(QStringLiteral("errors")));
-    }
-    ~Rehearsal() { stop(); }
-    Q_DISABLE_COPY_MOVE(Rehearsal)
-
-    bool start(const QStringList& arguments = {})
-    {
-        process.start(QStringLiteral(REHEARSAL), arguments);
-        return process.waitForStarted() && QTest::qWaitFor([this] { return has("ready"); }, 20000);
-    }
-    void stop()
-    {
-        process.terminate();
-        if (!process.waitForFinished(20000)) {
-            process.kill();
-            process.waitForFinished();
+        setStandardErrorFile(nullDevice());
+        start(REHEARSAL, arguments);
+        if (!QTest::qWaitFor([this] { return has("ready"); }, 20000)) {
+            qFatal("the program does not get ready");
         }
     }
-    void command(const QByteArray& line) { process.write(line + '\n'); }
-    [[nodiscard]] QString comm() const
+    ~Rehearsal() override
     {
-        QFile file(QStringLiteral("/proc/%1/comm").arg(process.processId()));
-        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()).trimmed()
-                                              : QString();
+        kill();
+        waitForFinished();
     }
 
-    // Types into the window of this title, which has not the focus: no window manager is there.
-    void type(const QString& title, const QString& keys) const
+    // Types into its window, which has not the focus: no window manager is there.
+    static void type(const QString& keys)
     {
-        const QString window =
-            xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"),
-                     QStringLiteral("--name"), QLatin1Char('^') + title + QLatin1Char('$')});
-        QVERIFY2(!window.isEmpty(), qPrintable(title));
-        xdotool(QStringList{QStringLiteral("key"), QStringLiteral("--window"), window,
-                            QStringLiteral("--delay"), QStringLiteral("20")} +
-                keys.split(QLatin1Char(' ')));
+        const QStringList arguments = {
+            "search", "--onlyvisible", "--name", "^(Pro Tools|Studio One)$",
+            "key",    "--delay",       "20"};
+        QCOMPARE(execute("xdotool", arguments + keys.split(' ')), 0);
     }
-
-    // All events so far without their times, which are checked: three decimals, never backwards.
-    QStringList events()
+    static int windows(const QString& title)
     {
-        static const QRegularExpression form(QStringLiteral("^(\\d+\\.\\d{3}) (\\S.*)$"));
-        output += process.readAllStandardOutput();
-        QStringList texts;
-        double last = 0;
-        for (const QByteArray& line : output.left(output.lastIndexOf('\n')).split('\n')) {
-            const auto match = form.match(QString::fromUtf8(line));
-            if (!match.hasMatch() || match.captured(1).toDouble() < last) {
-                return {QStringLiteral("bad line: ") + QString::fromUtf8(line)};
-            }
-            last = match.captured(1).toDouble();
-            texts += match.captured(2);
-        }
-        return texts;
+        QProcess search;
+        search.start("xdotool", {"search", "--onlyvisible", "--name", '^' + title + '$'});
+        search.waitForFinished();
+        return search.readAllStandardOutput().count('\n');
     }
-    bool has(const char* event) { return events().contains(QLatin1String(event)); }
-    QStringList eventsFrom(const char* prefix)
+    bool has(const char* event) { return events().contains(event); }
+    // What it has reported since it was ready, the keys left out.
+    QStringList results()
     {
-        return events().filter(QRegularExpression(QLatin1Char('^') + QLatin1String(prefix)));
+        return events().mid(seen.indexOf("ready") + 1).filter(QRegularExpression("^(?!key )"));
     }
-
-    QProcess process;
-
-private:
-    QString xdotool(const QStringList& arguments) const // NOLINT(modernize-use-nodiscard)
+    bool hasEndedInOrder()
     {
-        QProcess tool;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("DISPLAY"), display);
-        tool.setProcessEnvironment(environment);
-        tool.start(QStringLiteral("xdotool"), arguments);
-        tool.waitForFinished();
-        return QString::fromLatin1(tool.readAllStandardOutput()).trimmed();
-    }
-
-    QString display;
-    QTemporaryDir runtime;
-    QByteArray output;
-};
-
-// The other end of one of the program's ports, by its full name. On a busy machine the server may
-// refuse a client at first. Null: not to be had.
-template <class Port>
-std::unique_ptr<Port> otherEnd(const QString& name)
-{
-    std::unique_ptr<Port> port;
-    const auto opens = [&] {
-        try {
-            port.reset(); // The old client goes before the new one comes.
-            port = std::make_unique<Port>(RtMidi::UNIX_JACK, "Test");
-            for (unsigned i = 0; i < port->getPortCount(); ++i) {
-                if (QString::fromStdString(port->getPortName(i)) == name) {
-                    port->openPort(i);
-                    return true;
-                }
-            }
-        } catch (const RtMidiError&) {
-            // Once more, then.
-        }
-        return false;
-    };
-    if (!QTest::qWaitFor(opens, 10000)) {
-        port.reset();
-    }
-    return port;
-}
-
-// Listens to one of the program's outputs.
-class Ear
-{
-public:
-    explicit Ear(const QString& name) : port(otherEnd<RtMidiIn>(name)) {}
-
-    [[nodiscard]] bool isOpen() const { return port != nullptr; }
-    QString heard() // Everything so far, one message a line.
-    {
-        for (port->getMessage(&message); !message.empty(); port->getMessage(&message)) {
-            for (const unsigned char byte : message) {
-                text += QString::asprintf("%02X ", static_cast<unsigned>(byte));
-            }
-            text.back() = QLatin1Char('\n');
-        }
-        return text;
+        return waitForFinished() && exitStatus() == NormalExit && exitCode() == 0;
     }
 
 private:
-    std::unique_ptr<RtMidiIn> port;
-    Bytes message;
-    QString text;
+    // Without their times, which are checked: three decimals, never backwards.
+    const QStringList& events()
+    {
+        static const QRegularExpression form(R"(^(\d+\.\d{3}) (\S.*)$)");
+        while (canReadLine()) {
+            const auto line = form.match(readLine().trimmed());
+            const double time = line.captured(1).toDouble();
+            seen << (line.hasMatch() && time >= last ? line.captured(2) : "bad line");
+            last = time;
+        }
+        return seen;
+    }
+
+    QStringList seen;
+    double last = 0;
 };
 
 } // namespace
@@ -163,233 +86,173 @@ class RehearsalTest : public TestCase
 {
     Q_OBJECT
 
-    std::unique_ptr<XServer> screen;
-
 private slots:
-    void initTestCase();
-    void understandsPostedKeys_data();
-    void understandsPostedKeys();
-    void takesMmc();
-    void playsNotes();
-    void comesBackAfterTheMidiServerDied();
-    void worksWithoutMidi();
-    void endsInOrder_data();
-    void endsInOrder();
-    void saysHowItIsUsed();
+    void init()
+    {
+        TestCase::init();
+        if (QStandardPaths::findExecutable("xdotool").isEmpty()) {
+            QSKIP("xdotool is not installed");
+        }
+        qputenv("JACK_DEFAULT_SERVER", "no-such-server");
+        qputenv("JACK_NO_START_SERVER", "1");
+    }
+
+    void understandsKeys()
+    {
+        Rehearsal pro("Pro Tools");
+        Rehearsal::type("KP_Equal KP_1 KP_0 KP_5 KP_Enter KP_Decimal KP_7 KP_Decimal Tab KP_Equal "
+                        "Escape space");
+        const QStringList expected = {"located bar 105", "located marker 7",
+                                      "wrong sequence = another key (key does not belong here)",
+                                      "transport playing"};
+        QTRY_COMPARE(pro.results(), expected);
+        QVERIFY(pro.has("key down 0x51") && pro.has("key up other 0xFF1B"));
+        pro.kill();
+        pro.waitForFinished();
+
+        // Control and Shift arrive as keys of their own when they are typed so, and do no harm.
+        Rehearsal studio("Studio One");
+        Rehearsal::type("ctrl+t KP_3 Shift_L KP_4 Return ctrl+semicolon KP_8 KP_9 KP_Enter");
+        QTRY_COMPARE(studio.results(), (QStringList{"located bar 34", "located marker 89"}));
+        QVERIFY(studio.has("key down 0x29 cmd") && studio.has("key down other 0xFFE1"));
+    }
+
+    void takesMmcAndPlaysNotes()
+    {
+        const JackServer server;
+        if (!server.isRunning()) {
+            QSKIP(qPrintable(server.why()));
+        }
+        Rehearsal rehearsal;
+        QMidiOut out;
+        openByName(out, "Rehearsal MMC:commands");
+        for (const Bytes& message : {Bytes{0xF0, 0x7F, 0x00, 0x06, 0x02, 0xF7},
+                                     {0xF0, 0x7F, 0x7F, 0x06, 0x01, 0xF7},
+                                     {0xF0, 0x7F, 0x7F, 0x06, 0x03, 0xF7},
+                                     {0xF0, 0x7E, 0x7F, 0x06, 0x02, 0xF7}}) {
+            out.sendRawMessage(message);
+        }
+        QStringList expected = {"midi F0 7F 00 06 02 F7", "transport playing",
+                                "midi F0 7F 7F 06 01 F7", "transport stopped",
+                                "midi F0 7F 7F 06 03 F7",  // Deferred Play is not Play.
+                                "midi F0 7E 7F 06 02 F7"}; // Not real time, so no MMC.
+        QTRY_COMPARE(rehearsal.results(), expected);
+
+        QStringList heard;
+        QMidiIn in;
+        connect(&in, &QMidiIn::midiMessageReceived, this, [&](QMidiMessage* note) {
+            heard << QString("%1 %2").arg(note->getStatus(), 0, 16).arg(note->getPitch());
+        });
+        in.openPort("Rehearsal Foot switch:notes");
+        settle();
+        Rehearsal::type("F5");
+        QTRY_COMPARE(heard, (QStringList{"90 35", "80 35"}));
+        Rehearsal::type("F7");
+        QTRY_VERIFY(rehearsal.has("sent note off 36 daw notes"));
+        // A note that sounds ends before it is struck again, or the program with it.
+        rehearsal.write("note 128\nend\nnote 28\nnote 28\nquit\n");
+        QVERIFY(rehearsal.hasEndedInOrder());
+        expected += QStringList{"sent note on 35 foot switch", "sent note off 35 foot switch",
+                                "sent note on 36 daw notes",   "sent note off 36 daw notes",
+                                "unknown command note 128",    "unknown command end",
+                                "sent note on 28 foot switch", "sent note off 28 foot switch",
+                                "sent note on 28 foot switch", "sent note off 28 foot switch"};
+        QCOMPARE(rehearsal.results(), expected);
+        QTRY_COMPARE(heard, (QStringList{"90 35", "80 35", "90 28", "80 28", "90 28", "80 28"}));
+    }
+
+    void comesBackAfterTheMidiServerDied()
+    {
+        JackServer server;
+        if (!server.isRunning()) {
+            QSKIP(qPrintable(server.why()));
+        }
+        Rehearsal rehearsal;
+        server.kill();
+        rehearsal.write("note 31\n");
+        QTRY_VERIFY(rehearsal.has("not sent note on 31 foot switch"));
+        QVERIFY2(server.restart(), qPrintable(server.why()));
+        Rehearsal::type("F8");
+        rehearsal.write("note 33\n");
+        QTRY_VERIFY_WITH_TIMEOUT(rehearsal.has("sent note on 33 foot switch"), 20000);
+        rehearsal.terminate();
+        QVERIFY(rehearsal.hasEndedInOrder());
+    }
+
+    void worksWithoutMidiAndEndsInOrder()
+    {
+        for (const int signal : {SIGTERM, SIGINT}) {
+            Rehearsal rehearsal;
+            rehearsal.write("note 31\n");
+            QTRY_VERIFY(rehearsal.has("not sent note off 31 foot switch"));
+            rehearsal.closeWriteChannel(); // The end of input does not end the program,
+            Rehearsal::type("space");
+            QTRY_VERIFY(rehearsal.has("transport playing"));
+            ::kill(static_cast<pid_t>(rehearsal.processId()), signal); // but this does.
+            QVERIFY(rehearsal.hasEndedInOrder());
+        }
+    }
+
+    void showsTheNotesOnTheWire()
+    {
+        const JackServer server;
+        if (!server.isRunning()) {
+            QSKIP(qPrintable(server.why()));
+        }
+        RehearsalWindow window(Daw::ProTools);
+        window.show();
+        auto* roll = window.findChild<NoteRoll*>();
+        const auto colorOfMiddleC = [roll] {
+            const QGraphicsItem* key = roll->scene()->itemAt(QPointF(413, 50), {});
+            return qgraphicsitem_cast<const QGraphicsRectItem*>(key)->brush().color();
+        };
+        QTRY_COMPARE(colorOfMiddleC(), QColor(Qt::white));
+        window.runCommand("note 60");
+        QCOMPARE(colorOfMiddleC(), QColor(0, 0, 200, 200));
+        QTRY_COMPARE(colorOfMiddleC(), QColor(Qt::white));
+        QMidiOut out;
+        openByName(out, "Rehearsal MMC:commands");
+        settle();
+        out.sendRawMessage({0x95, 60, 127});
+        QTRY_COMPARE(colorOfMiddleC(), QColor(0, 0, 200, 254));
+        out.sendRawMessage({0x95, 60, 0}); // A note on without velocity ends the note.
+        QTRY_COMPARE(colorOfMiddleC(), QColor(Qt::white));
+    }
+
+    void practises()
+    {
+        const JackServer server;
+        if (!server.isRunning()) {
+            QSKIP(qPrintable(server.why()));
+        }
+        const QDir settings(qEnvironmentVariable("XDG_CONFIG_HOME"));
+        const QString shows = settings.filePath("velt-rehearsal/VELT/VELTSetting.ini");
+        EditData data;
+        for (const std::size_t expectedShows : {3U, 1U}) {
+            Rehearsal rehearsal(QStringList{"--practise", "Studio One"});
+            QTRY_COMPARE(rehearsal.windows("VELT"), 1);
+            data.readEdit(shows); // The sample, and what was made of it the time before.
+            QCOMPARE(data.ShowList.size(), expectedShows);
+            data.ShowList.resize(1);
+            data.writeEdit(shows);
+            rehearsal.write("note 29\nnote 31\n"); // The second entry is the first song.
+            QTRY_VERIFY(rehearsal.has("located bar 5") && rehearsal.has("midi F0 7F 7F 06 01 F7"));
+            rehearsal.terminate();
+            QVERIFY(rehearsal.hasEndedInOrder());
+            QTRY_COMPARE(rehearsal.windows("VELT"), 0);
+        }
+        QVERIFY(!settings.exists("VELT")); // The user's own.
+    }
+
+    void saysHowItIsUsed()
+    {
+        QProcess program;
+        program.start(REHEARSAL, {"pro tools"});
+        QVERIFY(program.waitForFinished());
+        QCOMPARE(program.exitCode(), 2);
+        QVERIFY(program.readAllStandardError().contains("cannot stand in for \"pro tools\""));
+    }
 };
 
-void RehearsalTest::initTestCase()
-{
-    screen = std::make_unique<XServer>();
-    if (!screen->isRunning()) {
-        QSKIP(qPrintable(screen->why()));
-    }
-    if (QStandardPaths::findExecutable(QStringLiteral("xdotool")).isEmpty()) {
-        QSKIP("xdotool is not installed");
-    }
-}
-
-void RehearsalTest::understandsPostedKeys_data()
-{
-    QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("keys");
-    QTest::addColumn<QString>("events"); // After "ready"; key releases left out; one a line.
-
-    QTest::newRow("Pro Tools") << QStringList() << QStringLiteral("Pro Tools")
-                               << QStringLiteral("KP_Equal KP_1 KP_0 KP_5 KP_Enter KP_Decimal KP_7 "
-                                                 "KP_Decimal Tab KP_Equal Escape space")
-                               << QStringLiteral("down 0x51\ndown 0x53\ndown 0x52\ndown 0x57\n"
-                                                 "down 0x4C\nlocated bar 105\n"
-                                                 "down 0x41\ndown 0x59\ndown 0x41\n"
-                                                 "located marker 7\ndown 0x30\ndown 0x51\n"
-                                                 "down other 0xFF1B\nwrong sequence = another key "
-                                                 "(key does not belong here)\n"
-                                                 "down 0x31\ntransport playing");
-    QTest::newRow("Studio One") << QStringList(QStringLiteral("Studio One"))
-                                << QStringLiteral("Studio One")
-                                << QStringLiteral("ctrl+t KP_3 Shift_L KP_4 Return "
-                                                  "ctrl+semicolon KP_8 KP_9 KP_Enter")
-                                << QStringLiteral(
-                                       "down other 0xFFE3\ndown 0x11 cmd\ndown 0x55\n"
-                                       "down other 0xFFE1\ndown 0x56\ndown 0x24\nlocated bar 34\n"
-                                       "down other 0xFFE3\ndown 0x29 cmd\ndown 0x5B\n"
-                                       "down 0x5C\ndown 0x4C\nlocated marker 89");
-}
-
-void RehearsalTest::understandsPostedKeys()
-{
-    QFETCH(QStringList, arguments);
-    QFETCH(QString, name);
-    QFETCH(QString, keys);
-    QFETCH(QString, events);
-    Rehearsal rehearsal(*screen);
-    QVERIFY(rehearsal.start(arguments));
-    QCOMPARE(rehearsal.comm(), name);
-    rehearsal.type(name, keys);
-    // Control and Shift arrive as keys of their own when xdotool types them, and do no harm.
-    const QStringList expected = events.split(QLatin1Char('\n'));
-    const auto seen = [&] {
-        QStringList all = rehearsal.events();
-        all = all.mid(all.indexOf(QStringLiteral("ready")) + 1);
-        QStringList kept;
-        for (QString& event : all) {
-            if (!event.startsWith(QLatin1String("key up"))) {
-                kept += event.replace(QLatin1String("key down"), QLatin1String("down"));
-            }
-        }
-        return kept;
-    };
-    QTRY_COMPARE(seen().size(), expected.size());
-    QCOMPARE(seen(), expected);
-    QTRY_COMPARE(rehearsal.eventsFrom("key down").size(), rehearsal.eventsFrom("key up").size());
-}
-
-void RehearsalTest::takesMmc()
-{
-    const JackServer server;
-    if (!server.isRunning()) {
-        QSKIP(qPrintable(server.why()));
-    }
-    Rehearsal rehearsal(*screen);
-    QVERIFY(rehearsal.start());
-    std::unique_ptr<RtMidiOut> sender;
-    const Bytes hello = {0xB0, 0x00, 0x00}; // On a busy machine a new connection may not hold.
-    const auto isHeard = [&] {
-        sender = otherEnd<RtMidiOut>(QStringLiteral("Rehearsal MMC:commands"));
-        if (sender) {
-            sender->sendMessage(&hello);
-        }
-        return QTest::qWaitFor([&] { return rehearsal.has("midi B0 00 00"); }, 2000);
-    };
-    QVERIFY(QTest::qWaitFor(isHeard, 20000));
-    const int before = rehearsal.events().size();
-    for (const Bytes& message :
-         {Bytes{0xF0, 0x7F, 0x00, 0x06, 0x02, 0xF7}, Bytes{0xF0, 0x7F, 0x7F, 0x06, 0x01, 0xF7},
-          Bytes{0xF0, 0x7F, 0x7F, 0x06, 0x03, 0xF7}, Bytes{0xF0, 0x7E, 0x7F, 0x06, 0x02, 0xF7},
-          Bytes{0x99, 0x24, 0x64}, Bytes{0xF0, 0x7F, 0x05, 0x06, 0x02, 0xF7}}) {
-        sender->sendMessage(&message);
-    }
-    const QStringList expected = {
-        QStringLiteral("midi F0 7F 00 06 02 F7"), QStringLiteral("transport playing"),
-        QStringLiteral("midi F0 7F 7F 06 01 F7"), QStringLiteral("transport stopped"),
-        QStringLiteral("midi F0 7F 7F 06 03 F7"), // Deferred Play is not Play.
-        QStringLiteral("midi F0 7E 7F 06 02 F7"), // Not real time, so no MMC.
-        QStringLiteral("midi 99 24 64"),          QStringLiteral("midi F0 7F 05 06 02 F7"),
-        QStringLiteral("transport playing")};
-    QTRY_COMPARE(rehearsal.events().mid(before).size(), expected.size());
-    QCOMPARE(rehearsal.events().mid(before), expected);
-}
-
-void RehearsalTest::playsNotes()
-{
-    const JackServer server;
-    if (!server.isRunning()) {
-        QSKIP(qPrintable(server.why()));
-    }
-    Rehearsal rehearsal(*screen);
-    QVERIFY(rehearsal.start());
-    Ear footSwitch(QStringLiteral("Rehearsal Foot switch:notes"));
-    Ear daw(QStringLiteral("Rehearsal DAW:notes"));
-    QVERIFY(footSwitch.isOpen() && daw.isOpen());
-
-    rehearsal.command("note 31");
-    rehearsal.command("end 24");
-    QString pedalExpected = QStringLiteral("90 1F 64\n80 1F 00\n");
-    QString dawExpected = QStringLiteral("90 18 64\n80 18 00\n");
-    QTRY_COMPARE(footSwitch.heard(), pedalExpected);
-    QTRY_COMPARE(daw.heard(), dawExpected);
-    QTRY_COMPARE(rehearsal.eventsFrom("sent").size(), 4);
-    QVERIFY(rehearsal.has("sent note on 31 foot switch"));
-    QVERIFY(rehearsal.has("sent note off 24 daw notes"));
-
-    rehearsal.type(QStringLiteral("Pro Tools"), QStringLiteral("F5 F7"));
-    pedalExpected += QStringLiteral("90 23 64\n80 23 00\n");
-    dawExpected += QStringLiteral("90 24 64\n80 24 00\n");
-    QTRY_COMPARE(footSwitch.heard(), pedalExpected);
-    QTRY_COMPARE(daw.heard(), dawExpected);
-
-    // A note that sounds when it is struck again, or when the program is told to go, ends first.
-    rehearsal.command("note 28\nnote 28\nnote 128\nend\nquit");
-    pedalExpected += QStringLiteral("90 1C 64\n80 1C 00\n90 1C 64\n80 1C 00\n");
-    QTRY_COMPARE(footSwitch.heard(), pedalExpected);
-    QTRY_COMPARE(rehearsal.process.state(), QProcess::NotRunning);
-    QCOMPARE(rehearsal.process.exitCode(), 0);
-    QCOMPARE(rehearsal.eventsFrom("unknown command"),
-             (QStringList{QStringLiteral("unknown command note 128"),
-                          QStringLiteral("unknown command end")}));
-}
-
-void RehearsalTest::comesBackAfterTheMidiServerDied()
-{
-    JackServer server;
-    if (!server.isRunning()) {
-        QSKIP(qPrintable(server.why()));
-    }
-    Rehearsal rehearsal(*screen);
-    QVERIFY(rehearsal.start());
-    server.kill();
-    rehearsal.command("note 31");
-    QTRY_VERIFY(rehearsal.has("not sent note on 31 foot switch"));
-
-    QVERIFY2(server.restart(), qPrintable(server.why()));
-    rehearsal.type(QStringLiteral("Pro Tools"), QStringLiteral("F8"));
-    rehearsal.command("note 33");
-    QTRY_VERIFY_WITH_TIMEOUT(rehearsal.has("sent note on 33 foot switch"), 20000);
-    rehearsal.stop();
-    QCOMPARE(rehearsal.process.exitStatus(), QProcess::NormalExit);
-    QCOMPARE(rehearsal.process.exitCode(), 0);
-}
-
-void RehearsalTest::worksWithoutMidi()
-{
-    qputenv("JACK_DEFAULT_SERVER", "no-such-server");
-    qputenv("JACK_NO_START_SERVER", "1");
-    Rehearsal rehearsal(*screen);
-    QVERIFY(rehearsal.start());
-    if (!rehearsal.has("no midi")) {
-        QSKIP("this machine has a MIDI system");
-    }
-    rehearsal.command("note 31");
-    QTRY_VERIFY(rehearsal.has("not sent note off 31 foot switch"));
-    rehearsal.type(QStringLiteral("Pro Tools"), QStringLiteral("KP_Decimal KP_2 KP_Decimal"));
-    QTRY_VERIFY(rehearsal.has("located marker 2"));
-}
-
-void RehearsalTest::endsInOrder_data()
-{
-    QTest::addColumn<int>("signal");
-    QTest::newRow("terminated") << SIGTERM;
-    QTest::newRow("interrupted") << SIGINT;
-}
-
-void RehearsalTest::endsInOrder()
-{
-    QFETCH(int, signal);
-    Rehearsal rehearsal(*screen);
-    QVERIFY(rehearsal.start());
-    rehearsal.process.closeWriteChannel(); // The end of input does not end the program,
-    rehearsal.type(QStringLiteral("Pro Tools"), QStringLiteral("space"));
-    QTRY_VERIFY(rehearsal.has("transport playing"));
-    ::kill(static_cast<pid_t>(rehearsal.process.processId()), signal); // but this does.
-    QTRY_COMPARE(rehearsal.process.state(), QProcess::NotRunning);
-    QCOMPARE(rehearsal.process.exitStatus(), QProcess::NormalExit);
-    QCOMPARE(rehearsal.process.exitCode(), 0);
-}
-
-void RehearsalTest::saysHowItIsUsed()
-{
-    QProcess program;
-    program.start(QStringLiteral(REHEARSAL), {QStringLiteral("--help")});
-    QVERIFY(program.waitForFinished());
-    QCOMPARE(program.exitCode(), 0);
-    QVERIFY(program.readAllStandardOutput().startsWith("Usage: velt-rehearsal"));
-
-    program.start(QStringLiteral(REHEARSAL), {QStringLiteral("pro tools")});
-    QVERIFY(program.waitForFinished());
-    QCOMPARE(program.exitCode(), 2);
-    QVERIFY(program.readAllStandardError().contains("cannot stand in for \"pro tools\""));
-}
-
-VELT_TEST_MAIN(RehearsalTest)
+VELT_DISPLAY_TEST_MAIN(RehearsalTest)
 #include "tst_rehearsal.moc"

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "modalscript.h"
 #include "operatorfixture.h"
 #include "qmidiin.h"
 #include "qmidimessage.h"
@@ -57,6 +58,45 @@ void xdotool(const QStringList& arguments)
     QCOMPARE(QProcess::execute("xdotool", arguments), 0);
 }
 
+// The window on a desktop with a window manager, driven by real keys and a real mouse.
+class Desk
+{
+public:
+    explicit Desk(const EditData& data)
+        : daw(data.Mode < 2 ? "Pro Tools" : "Studio One"), isDawReady(daw.isReady()), op(data)
+    {
+        op.window.setGeometry(20, 40, 500, 600);
+        op.window.activateWindow();
+    }
+
+    bool isReady() { return isDawReady && QTest::qWaitForWindowActive(&op.window); }
+    void click(const QWidget* widget) const { click(widget->mapToGlobal(widget->rect().center())); }
+    void clickTitle(int row) const
+    {
+        const QRect cell = op.table->visualItemRect(op.table->item(row, 0));
+        click(op.table->viewport()->mapToGlobal(cell.center()));
+    }
+    QString frameColor() const // As it stands on the screen.
+    {
+        const QPoint edge = op.frame->mapToGlobal(QPoint(op.frame->width() / 2, 2));
+        return QGuiApplication::primaryScreen()->grabWindow(0).toImage().pixelColor(edge).name();
+    }
+
+    static inline const QString kAmber = "#ffcc00";
+    static inline const QString kGrey = "#4b4b4b";
+
+    WindowManager windowManager{true};
+    StandIn daw;
+    bool isDawReady; // Its window is there before the operator's.
+    Operator op;
+
+private:
+    static void click(QPoint at)
+    {
+        xdotool({"mousemove", QString::number(at.x()), QString::number(at.y()), "click", "1"});
+    }
+};
+
 } // namespace
 
 // A show run without the mouse: foot switch, end-of-song notes, keyboard; real MIDI, real keys.
@@ -71,7 +111,10 @@ private slots:
     void manyNotes();
     void noteToButton();
     void reconnectingAddsNoConnection();
-    void keysAndFocus();
+    void keys();
+    void keysByMode_data();
+    void keysByMode();
+    void frameTellsWhoHasTheKeyboard();
 
 private:
     std::unique_ptr<JackServer> jack;
@@ -218,58 +261,123 @@ void TestHandsFree::reconnectingAddsNoConnection()
     QCOMPARE(daw.count("midi F0 7F 7F 06 02 F7"), 1);
 }
 
-void TestHandsFree::keysAndFocus()
+void TestHandsFree::keys()
 {
-    const WindowManager windowManager(true);
-    if (windowManager.isMissing) {
-        QSKIP("openbox is not installed");
-    }
-    StandIn daw("Pro Tools");
-    QVERIFY(daw.isReady());
-    Operator op(liveData());
-    op.window.setGeometry(20, 40, 500, 600);
-    op.window.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&op.window));
-    const auto frameColor = [&op] {
-        const QPoint corner = op.frame->mapToGlobal(QPoint(op.frame->width() / 2, 2));
-        const QImage screen = QGuiApplication::primaryScreen()->grabWindow(0).toImage();
-        return screen.pixelColor(corner).name();
-    };
-    QTRY_COMPARE(frameColor(), QString("#ffcc00"));
-
+    Desk desk(liveData());
+    QVERIFY(desk.isReady());
     xdotool({"key", "space"});
-    QTRY_COMPARE(daw.count("key up 0x31"), 1);
+    QTRY_COMPARE(desk.daw.count("key up 0x31"), 1);
     xdotool({"key", "0"});
-    QTRY_COMPARE(daw.count("key up 0x52"), 1);
+    QTRY_COMPARE(desk.daw.count("key up 0x52"), 1);
     xdotool({"key", "Tab"});
-    QTRY_COMPARE(daw.count("key up 0x30"), 1);
+    QTRY_COMPARE(desk.daw.count("key up 0x30"), 1);
     xdotool({"key", "Return", "KP_Enter", "Left", "Right", "l"});
     xdotool({"key", "Down"});
-    QTRY_COMPARE(op.selectedRow(), 1);
+    QTRY_COMPARE(desk.op.selectedRow(), 1);
 
     // In the "Cue" column keys edit, until a run is on.
-    op.select(2, 1);
+    desk.op.select(2, 1);
     xdotool({"type", "0 in 0"});
     xdotool({"key", "Return"});
-    QTRY_COMPARE(op.table->item(2, 1)->text(), QString("0 in 0"));
+    QTRY_COMPARE(desk.op.table->item(2, 1)->text(), QString("0 in 0"));
+    xdotool({"key", "Down"});
+    QTRY_COMPARE(desk.op.selectedRow(), 3);
+    desk.clickTitle(3);
+    xdotool({"click", "--repeat", "2", "--delay", "50", "1"}); // A double click locates.
+    QTRY_COMPARE_WITH_TIMEOUT(desk.daw.count("located bar 33"), 1, 10000);
+    desk.op.select(0);
+    desk.op.press("LOCATE");
+    QTRY_COMPARE_WITH_TIMEOUT(desk.daw.count("located bar 12"), 1, 10000);
+    desk.op.select(2, 1);
+    xdotool({"key", "0"});
+    QTRY_COMPARE(desk.daw.count("key up 0x52"), 2);
+    xdotool({"key", "Up"});
+    QTRY_COMPARE(desk.op.selectedRow(), 1);
+    QCOMPARE(desk.op.table->item(2, 1)->text(), QString("0 in 0"));
+    QCOMPARE(desk.daw.texts({"key"}).filter("key up").size(), 4 + 4 + 4);
+}
 
-    // Another application takes the focus, and gives it back.
-    QWidget other;
+void TestHandsFree::keysByMode_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<bool>("areButtonsShown");
+    QTest::addColumn<QStringList>("sent");
+    QTest::newRow("Pro Tools, markers") << 1 << true << QStringList{"0x31", "0x52", "0x30"};
+    QTest::newRow("Pro Tools, buttons hidden") << 0 << false << QStringList{"0x31", "0x52", "0x30"};
+    QTest::newRow("Studio One, bars") << 2 << true << QStringList{"0x52", "0x4C"};
+    QTest::newRow("Studio One, markers") << 3 << true << QStringList{"0x52", "0x4C"};
+}
+
+void TestHandsFree::keysByMode()
+{
+    QFETCH(int, mode);
+    QFETCH(bool, areButtonsShown);
+    QFETCH(QStringList, sent);
+    EditData data = liveData();
+    data.Mode = mode;
+    data.ShowKeyButton = areButtonsShown;
+    Desk desk(data);
+    QVERIFY(desk.isReady());
+    QCOMPARE(desk.op.button("LOCATE")->isVisible(), areButtonsShown);
+    xdotool({"key", "space", "0", "Tab", "Return", "KP_Enter"});
+    QTRY_COMPARE(desk.daw.texts({"key"}).filter("key up").size(), sent.size());
+    for (const QString& key : sent) {
+        QCOMPARE(desk.daw.count("key up " + key), 1);
+    }
+}
+
+void TestHandsFree::frameTellsWhoHasTheKeyboard()
+{
+    Desk desk(liveData());
+    QVERIFY(desk.isReady());
+    QTRY_COMPARE(desk.frameColor(), Desk::kAmber);
+
+    for (const auto& [button, title] : {std::pair{"Edit", "Edit"}, {"Pref.", "Preference"}}) {
+        ModalScript script;
+        script.expect([&, title = title](QWidget* dialog) {
+            QCOMPARE(dialog->windowTitle(), QString(title));
+            dialog->move(600, 100);
+            QTRY_COMPARE(desk.frameColor(), Desk::kGrey);
+            xdotool({"key", "Escape"});
+        });
+        desk.click(desk.op.button(button));
+        QTRY_VERIFY(script.isDone());
+        QTRY_VERIFY(!QApplication::activeModalWidget());
+        QTRY_COMPARE(desk.frameColor(), Desk::kAmber);
+        QVERIFY(desk.op.isFocusOnTable());
+    }
+
+    // A combo box with the focus takes no key; only the mouse changes it.
+    for (QComboBox* combo : {desk.op.mode, desk.op.shows}) {
+        const int index = combo->currentIndex();
+        combo->setFocus(Qt::TabFocusReason);
+        QTRY_COMPARE(desk.frameColor(), Desk::kAmber);
+        xdotool({"key", "Down", "Up", "Up", "m", "a", "e"});
+        xdotool({"key", "0"}); // The keys before have been handled when this one has.
+        QTRY_COMPARE(desk.daw.count("key up 0x52"), 1);
+        QCOMPARE(combo->currentIndex(), index);
+        desk.daw.forget();
+    }
+    desk.op.button("Edit")->setFocus(Qt::TabFocusReason);
+    QVERIFY(desk.op.isFocusOnTable());
+    QTRY_COMPARE(desk.frameColor(), Desk::kAmber);
+
+    QWidget other; // Another application takes the focus, and gives it back.
     other.setGeometry(700, 100, 200, 200);
     other.show();
     other.activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(&other));
-    QTRY_COMPARE(frameColor(), QString("#4b4b4b"));
+    QTRY_COMPARE(desk.frameColor(), Desk::kGrey);
     xdotool({"key", "space"});
-    const QPoint title =
-        op.table->viewport()->mapToGlobal(op.table->visualItemRect(op.table->item(3, 0)).center());
-    xdotool({"mousemove", QString::number(title.x()), QString::number(title.y()), "click", "1"});
-    QTRY_COMPARE(frameColor(), QString("#ffcc00"));
-    QTRY_COMPARE(op.selectedRow(), 3);
-    xdotool({"click", "--repeat", "2", "--delay", "50", "1"}); // A double click locates.
-    QTRY_COMPARE_WITH_TIMEOUT(daw.count("located bar 33"), 1, 10000);
-
-    QCOMPARE(daw.texts({"key"}).filter("key up").size(), 3 + 4);
+    desk.clickTitle(3);
+    QTRY_COMPARE(desk.frameColor(), Desk::kAmber);
+    QTRY_COMPARE(desk.op.selectedRow(), 3);
+    desk.op.window.showMinimized();
+    QTRY_VERIFY(!desk.op.window.isActiveWindow());
+    desk.op.window.showNormal();
+    desk.op.window.activateWindow();
+    QTRY_COMPARE(desk.frameColor(), Desk::kAmber);
+    QCOMPARE(desk.daw.count("key up 0x31"), 0);
 }
 
 VELT_DISPLAY_TEST_MAIN(TestHandsFree)

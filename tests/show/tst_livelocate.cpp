@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "modalscript.h"
 #include "operatorfixture.h"
 #include "qmidiin.h"
 #include "qmidiout.h"
@@ -16,7 +17,7 @@ namespace {
 
 constexpr double kKeyMs = 30;
 constexpr double kPauseMs = 100;
-constexpr double kMidiLatencyMs = 30; // Two cycles of the server, and a busy machine.
+constexpr double kLateMs = 50; // Two cycles of the MIDI server, and a busy machine.
 
 EditData liveData(int mode)
 {
@@ -130,29 +131,25 @@ void TestLiveLocate::everyMode()
     QVERIFY(elsewhere.isActiveWindow());
     QVERIFY(elsewhere.text().isEmpty());
 
-    const auto arrival = [&daw](const QString& text) {
-        for (const StandIn::Event& event : daw.events()) {
-            if (event.text == text) {
-                return event.ms;
-            }
+    double mmc = 0;
+    QVector<double> strokes;
+    for (const StandIn::Event& event : daw.events()) {
+        if (event.text == kMmcStop) {
+            mmc = event.ms;
+        } else if (event.text.startsWith("key")) {
+            strokes << event.ms;
         }
-        return 0.0;
-    };
-    const double firstKey = arrival(presses(keys).first());
+    }
+    const double firstKey = strokes.first();
     if (mode == 0) {
-        QVERIFY(firstKey - arrival(kMmcStop) >= kPauseMs - kMidiLatencyMs);
+        QVERIFY(firstKey - mmc >= kPauseMs - kLateMs);
     } else {
         // The key follows at once, and may overtake the message, which waits for MIDI's next cycle.
-        QVERIFY(arrival(kMmcStop) - firstKey <= kMidiLatencyMs);
+        QVERIFY(mmc - firstKey <= kLateMs);
     }
-    double last = firstKey - kPauseMs;
-    for (const StandIn::Event& event : daw.events()) {
-        if (event.text.startsWith("key")) {
-            const double least = event.text.startsWith("key up") ? kKeyMs : kPauseMs;
-            QVERIFY2(event.ms - last >= least - 2, qPrintable(event.text));
-            last = event.ms;
-        }
-    }
+    const double pauses = kKeyMs * keys.size() + kPauseMs * (keys.size() - 1);
+    QVERIFY2(strokes.last() - firstKey >= pauses - kLateMs,
+             qPrintable(QString::number(strokes.last() - firstKey)));
 }
 
 void TestLiveLocate::costsItsPauses_data()
@@ -168,6 +165,9 @@ void TestLiveLocate::costsItsPauses_data()
 
 void TestLiveLocate::costsItsPauses()
 {
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    QSKIP("a sanitizer slows everything but the pauses");
+#endif
     QFETCH(int, mode);
     QFETCH(double, pausesMs);
     StandIn daw(dawOf(mode));
@@ -262,6 +262,10 @@ void TestLiveLocate::dawDiesAndComesBack()
 
 void TestLiveLocate::midiServerDiesAndComesBack()
 {
+    const WindowManager windowManager(true);
+    if (windowManager.isMissing) {
+        QSKIP("openbox is not installed");
+    }
     auto daw = std::make_unique<StandIn>("Pro Tools");
     QVERIFY(daw->isReady());
     Operator op(liveData(0));
@@ -273,6 +277,16 @@ void TestLiveLocate::midiServerDiesAndComesBack()
     QTRY_COMPARE(daw->count("located bar 12"), 2);
     op.press("DAW STOP");
     QVERIFY(timer.elapsed() < 5000);
+    {
+        ModalScript script;
+        for (const char* title :
+             {"Midi In Open Error", "Shortcut Midi In Open Error", "Midi Out Open Error"}) {
+            script.answer(
+                {QMessageBox::Critical, title, "The MIDI server is gone", QMessageBox::Ok},
+                QMessageBox::Ok);
+        }
+        op.window.midiReconnect();
+    }
 
     daw.reset();
     QVERIFY2(jack->restart(), qPrintable(jack->why()));

@@ -49,17 +49,6 @@ void ModalScript::answer(const Box& box, QMessageBox::StandardButton answer)
     });
 }
 
-void ModalScript::answerQuestion(const QString& text, QMessageBox::StandardButtons buttons,
-                                 QMessageBox::StandardButton answerButton)
-{
-    answer({QMessageBox::Question, QString(), text, buttons}, answerButton);
-}
-
-void ModalScript::expect(const std::function<void(QWidget*)>& act)
-{
-    steps.push_back(act);
-}
-
 void ModalScript::poll()
 {
     // One timer a look: a step may open a further modal window, in which this goes on.

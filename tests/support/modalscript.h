@@ -32,9 +32,12 @@ public:
     void answer(const Box& box, QMessageBox::StandardButton answer);
     // The same for a question without a title, as all questions of the program are.
     void answerQuestion(const QString& text, QMessageBox::StandardButtons buttons,
-                        QMessageBox::StandardButton answerButton);
+                        QMessageBox::StandardButton pressed)
+    {
+        answer({QMessageBox::Question, QString(), text, buttons}, pressed);
+    }
     // Waits for any other modal window and hands it over; `act` must make it close.
-    void expect(const std::function<void(QWidget*)>& act);
+    void expect(const std::function<void(QWidget*)>& act) { steps.push_back(act); }
 
     bool isDone() const { return steps.empty(); }
 

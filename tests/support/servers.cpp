@@ -2,48 +2,14 @@
 #include "servers.h"
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QDir>
-#include <QElapsedTimer>
-#include <QStandardPaths>
-#include <QThread>
 
 #include <csignal>
-#include <functional>
 #ifdef Q_OS_LINUX
 #include <sys/prctl.h>
 #endif
 #include <unistd.h>
-
-namespace {
-
-constexpr int kStartMs = 10000;
-
-bool waitFor(const std::function<bool()>& condition)
-{
-    QElapsedTimer waited;
-    waited.start();
-    while (!condition()) {
-        if (waited.elapsed() > kStartMs) {
-            return false;
-        }
-        QThread::msleep(10);
-    }
-    return true;
-}
-
-void stop(QProcess& process)
-{
-    if (process.state() == QProcess::NotRunning) {
-        return;
-    }
-    process.terminate();
-    if (!process.waitForFinished(5000)) {
-        process.kill();
-        process.waitForFinished();
-    }
-}
-
-} // namespace
 
 void ServerProcess::setupChildProcess()
 {
@@ -52,24 +18,57 @@ void ServerProcess::setupChildProcess()
 #endif
 }
 
-JackServer::JackServer(int periodFrames, int framesPerSecond)
-    : name(QStringLiteral("velt%1").arg(QCoreApplication::applicationPid())),
-      frames(periodFrames),
-      rate(framesPerSecond)
+bool Server::start(const QString& program, const QStringList& arguments,
+                   const std::function<bool()>& isReady)
+{
+    constexpr int kStartMs = 10000;
+    constexpr int kLookMs = 10;
+    process.start(program, arguments);
+    process.waitForStarted();
+    for (const QDeadlineTimer end(kStartMs); isRunning() && !end.hasExpired();) {
+        if (isReady()) {
+            return true;
+        }
+        process.waitForFinished(kLookMs);
+    }
+    reason = QStringLiteral("%1 is not ready: %2\n").arg(program, process.errorString()) +
+             QString::fromLocal8Bit(process.readAllStandardError());
+    stop();
+    return false;
+}
+
+void Server::stop()
+{
+    if (!isRunning()) {
+        return;
+    }
+    process.terminate();
+    if (!process.waitForFinished(5000)) {
+        kill();
+    }
+}
+
+void Server::kill()
+{
+    process.kill();
+    process.waitForFinished();
+}
+
+JackServer::JackServer() : name(QStringLiteral("velt%1").arg(QCoreApplication::applicationPid()))
 {
     qputenv("JACK_DEFAULT_SERVER", name.toLocal8Bit());
     qputenv("JACK_NO_START_SERVER", "1");
-    start();
+    startNamed();
 }
 
 JackServer::~JackServer()
 {
     // A killed server keeps its place among the eight that a machine can have, until one of the
     // same name ends in order.
-    if (wasKilled && !isRunning()) {
-        start();
+    if (process.exitStatus() == QProcess::CrashExit && !isRunning()) {
+        startNamed();
     }
-    stop(process);
+    stop();
     // Semaphores of clients that a killed server could not say goodbye to.
     QDir memory(QStringLiteral("/dev/shm"));
     for (const QString& left : memory.entryList({QStringLiteral("jack_sem.*_%1_*").arg(name)})) {
@@ -77,79 +76,30 @@ JackServer::~JackServer()
     }
 }
 
-void JackServer::kill()
-{
-    wasKilled = true;
-    process.kill();
-    process.waitForFinished();
-}
-
 bool JackServer::restart()
 {
-    stop(process);
-    return start();
+    stop();
+    return startNamed();
 }
 
-bool JackServer::start()
+bool JackServer::startNamed()
 {
     // The server opens its socket for clients when it is ready; a killed one leaves it behind.
     const QString socket = QStringLiteral("/dev/shm/jack_%1_%2_0").arg(name).arg(getuid());
     QFile::remove(socket);
-    process.setProcessChannelMode(QProcess::MergedChannels);
-    process.start(QStringLiteral("jackd"),
-                  {QStringLiteral("-n"), name, QStringLiteral("-r"), QStringLiteral("-S"),
-                   QStringLiteral("-t"), QStringLiteral("200"), QStringLiteral("-d"),
-                   QStringLiteral("dummy"), QStringLiteral("-r"), QString::number(rate),
-                   QStringLiteral("-p"), QString::number(frames)});
-    if (!process.waitForStarted()) {
-        reason = QStringLiteral("jackd cannot be started: ") + process.errorString();
-        return false;
-    }
-    const bool ready = waitFor([&] { return QFile::exists(socket) || process.waitForFinished(0); });
-    if (!ready || !isRunning()) {
-        reason = QStringLiteral("jackd is not ready: ") +
-                 QString::fromLocal8Bit(process.readAllStandardOutput());
-        stop(process);
-        return false;
-    }
-    return true;
+    const QString options = QStringLiteral("-n %1 -r -S -t 200 -d dummy -r 48000 -p 256").arg(name);
+    return start(QStringLiteral("jackd"), options.split(QLatin1Char(' ')),
+                 [&] { return QFile::exists(socket); });
 }
 
 XServer::XServer(const QString& screen)
 {
-    process.setProcessChannelMode(QProcess::SeparateChannels);
-    process.start(QStringLiteral("Xvfb"),
-                  {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
-                   QStringLiteral("0"), screen, QStringLiteral("-nolisten"), QStringLiteral("tcp"),
-                   QStringLiteral("-noreset")});
-    if (!process.waitForStarted()) {
-        reason = QStringLiteral("Xvfb cannot be started: ") + process.errorString();
-        return;
-    }
+    const QString options = QStringLiteral("-displayfd 1 -screen 0 %1 -nolisten tcp -noreset");
     // The server writes its display number when it is ready.
-    QByteArray number;
-    while (!number.endsWith('\n') && process.waitForReadyRead(kStartMs)) {
-        number += process.readAllStandardOutput();
+    if (start(QStringLiteral("Xvfb"), options.arg(screen).split(QLatin1Char(' ')),
+              [this] { return process.canReadLine(); })) {
+        displayName = QLatin1Char(':') + QString::fromLatin1(process.readLine().trimmed());
     }
-    if (!number.endsWith('\n')) {
-        reason = QStringLiteral("Xvfb is not ready: ") +
-                 QString::fromLocal8Bit(process.readAllStandardError());
-        stop(process);
-        return;
-    }
-    displayName = QLatin1Char(':') + QString::fromLatin1(number.trimmed());
-}
-
-XServer::~XServer()
-{
-    suspend(false);
-    stop(process);
-}
-
-void XServer::kill()
-{
-    process.kill();
-    process.waitForFinished();
 }
 
 void XServer::suspend(bool stopped)

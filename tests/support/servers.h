@@ -2,61 +2,67 @@
 #pragma once
 
 #include <QProcess>
-#include <QString>
 
-// Real servers for tests, each started by the object and gone with it. Where the program of a
-// server is not installed, isRunning() stays false and why() says so; a test then skips.
+#include <functional>
 
 // Ends with the test program, even if that crashes.
 class ServerProcess : public QProcess
 {
-protected:
     void setupChildProcess() override;
 };
 
-// A JACK server with the dummy driver under a name of its own. Every client that this process and
-// its children open afterwards connects to it. Stop the clients first. A cycle takes periodFrames
-// (8192 at most) / framesPerSecond.
-class JackServer
+// Real servers for tests, each started by the object and gone with it. Where the program of a
+// server is not installed, isRunning() stays false and why() says so; a test then skips.
+class Server
 {
 public:
-    explicit JackServer(int periodFrames = 256, int framesPerSecond = 48000);
-    ~JackServer();
-    Q_DISABLE_COPY_MOVE(JackServer)
+    Q_DISABLE_COPY_MOVE(Server)
 
     bool isRunning() const { return process.state() == QProcess::Running; }
     QString why() const { return reason; }
-    void kill();    // As a crash would: SIGKILL.
+    void kill(); // As a crash would: SIGKILL.
+
+protected:
+    Server() = default;
+    ~Server() { stop(); }
+    // Waits until it is ready; true if it gets so.
+    bool start(const QString& program, const QStringList& arguments,
+               const std::function<bool()>& isReady);
+    void stop();
+
+    ServerProcess process;
+
+private:
+    QString reason;
+};
+
+// A JACK server with the dummy driver under a name of its own. Every client that this process and
+// its children open afterwards connects to it. Stop the clients first.
+class JackServer : public Server
+{
+public:
+    JackServer();
+    ~JackServer();
+
     bool restart(); // A new server under the same name; true when it is ready.
 
 private:
-    bool start();
+    bool startNamed();
 
     QString name;
-    int frames;
-    int rate;
-    bool wasKilled = false;
-    ServerProcess process;
-    QString reason;
 };
 
 // An X server with a virtual screen. The display is not put into this process's environment: give
 // display() to the programs that are to show themselves there.
-class XServer
+class XServer : public Server
 {
 public:
     explicit XServer(const QString& screen = QStringLiteral("1280x1024x24"));
-    ~XServer();
-    Q_DISABLE_COPY_MOVE(XServer)
+    ~XServer() { suspend(false); }
 
-    bool isRunning() const { return process.state() == QProcess::Running; }
-    QString why() const { return reason; }
     QString display() const { return displayName; } // Such as ":99".
-    void kill();
-    void suspend(bool stopped); // SIGSTOP, SIGCONT.
+    void suspend(bool stopped);                     // SIGSTOP, SIGCONT.
 
 private:
-    ServerProcess process;
     QString displayName;
-    QString reason;
 };

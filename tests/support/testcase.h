@@ -14,8 +14,8 @@ class TestCase : public QObject
     Q_OBJECT
 
 protected:
-    // Announces one warning of the running test function; it fails if the warning does not come.
-    void expectWarning(const QString& pattern);
+    // Announces a warning that has this pattern in it; the test function fails if it does not come.
+    static void expectWarning(const QString& pattern);
 
 protected slots:
     void init();

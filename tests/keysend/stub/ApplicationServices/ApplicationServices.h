@@ -9,14 +9,10 @@
 extern "C" {
 
 typedef unsigned char Boolean;
-typedef std::uint8_t UInt8;
-typedef std::int16_t SInt16;
 typedef std::uint32_t UInt32;
-typedef std::int32_t SInt32;
-typedef SInt16 OSErr;
-typedef SInt32 OSStatus;
+typedef std::int16_t OSErr;
+typedef std::int32_t OSStatus;
 enum { noErr = 0 };
-enum { procNotFound = -600 };
 
 typedef long CFIndex;
 typedef const void* CFTypeRef;
@@ -34,8 +30,7 @@ struct ProcessSerialNumber
     UInt32 highLongOfPSN;
     UInt32 lowLongOfPSN;
 };
-typedef struct ProcessSerialNumber ProcessSerialNumber;
-enum { kNoProcess = 0, kSystemProcess = 1, kCurrentProcess = 2 };
+enum { kNoProcess = 0 };
 extern OSErr GetCurrentProcess(ProcessSerialNumber* pPSN) __attribute__((deprecated));
 extern OSErr GetNextProcess(ProcessSerialNumber* pPSN) __attribute__((deprecated));
 extern OSErr SameProcess(const ProcessSerialNumber* pPSN1, const ProcessSerialNumber* pPSN2,

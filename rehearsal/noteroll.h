@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qmidipianoroll.h"
+
+// The notes on the wire, sent and received alike, on a keyboard as wide as the window. Never takes
+// the keyboard focus.
+class NoteRoll : public QMidiPianoRoll
+{
+    Q_OBJECT
+
+public:
+    explicit NoteRoll(QWidget* parent = nullptr);
+
+    // Velocity 0 is the note's end, as on the wire.
+    void showNote(int note, int velocity);
+    void clear(); // Every note ends.
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+};

@@ -1,0 +1,324 @@
+// SPDX-License-Identifier: MIT
+// A long random show: foot switch, keyboard, mouse and end-of-song notes drive the real window over
+// a real MIDI server, and after every step it must look, and the DAW must have received, exactly
+// what the set list says. VELT_SOAK_LOCATES is how many songs are located, 20 unless it says more.
+#include "midipeer.h"
+#include "operatorfixture.h"
+#include "qmidiin.h"
+#include "qmidimessage.h"
+#include "recordingplatform.h"
+#include "servers.h"
+#include "testcase.h"
+
+#include <QDir>
+#include <QRandomGenerator>
+
+namespace {
+
+constexpr quint32 kSeed = 20;
+constexpr int kUpNote = 28;
+constexpr int kDownNote = 29;
+constexpr int kLocateNote = 31;
+constexpr int kPlayNote = 33;
+constexpr int kStopNote = 35;
+constexpr int kEndOfSongNote = 24;
+constexpr unsigned char kDeviceId = 0x11;
+
+using Recording::Events;
+
+// What an operator expects of a show. It knows the set list and nothing of how the window works.
+class Expected
+{
+public:
+    Expected(int dawMode, std::vector<EditDataSet> setList)
+        : mode(dawMode), entries(std::move(setList))
+    {
+    }
+
+    void move(int rows) { selected = std::clamp(selected + rows, 0, int(entries.size()) - 1); }
+    void locate()
+    {
+        running = true;
+        if (isSong(selected)) {
+            send(selected);
+        }
+    }
+    void endOfSong()
+    {
+        if (running && next != -1) {
+            send(next);
+        }
+    }
+    void reset()
+    {
+        running = false;
+        next = -1;
+    }
+    void press(bool isPlay)
+    {
+        mmc.push_back({0xF0, 0x7F, kDeviceId, 6, Byte(isPlay ? 2 : 1), 0xF7});
+    }
+    void type(int key) { keys += Recording::presses(kDaw, {key}); }
+
+    bool isSong(int row) const { return entries[std::size_t(row)].SetType == kSetTypeSong; }
+    QStringList looks() const
+    {
+        QStringList all;
+        for (int row = 0; row < int(entries.size()); ++row) {
+            all << (!isSong(row) ? "space" : row == sent ? "sent" : row == next ? "next" : "plain");
+        }
+        return all;
+    }
+
+    static constexpr int kDaw = 1; // Its place among the running applications.
+    Events keys;                   // Of the step at hand.
+    std::vector<Bytes> mmc;        // Of the whole show.
+    int locates = 0;
+    int selected = 0;
+    bool running = false;
+
+private:
+    using Byte = unsigned char;
+
+    void send(int row)
+    {
+        press(false);
+        const EditDataSong& song = entries[std::size_t(row)].Song;
+        const auto digits = [](int number) {
+            static const QVector<int> keypad{0x52, 0x53, 0x54, 0x55, 0x56,
+                                             0x57, 0x58, 0x59, 0x5B, 0x5C};
+            QVector<int> typed;
+            for (const QChar digit : QString::number(number)) {
+                typed << keypad[digit.digitValue()];
+            }
+            return typed;
+        };
+        switch (mode) {
+        case kModeProToolsBars:
+            keys += Events{Recording::pause(100000)} +
+                    Recording::presses(kDaw,
+                                       QVector<int>{0x51} + digits(song.Bar) + QVector<int>{0x4C});
+            break;
+        case kModeProToolsMarker:
+            keys += Recording::presses(kDaw, QVector<int>{0x41} + digits(song.Marker) +
+                                                 QVector<int>{0x41});
+            break;
+        case kModeStudioOneBars:
+            keys += Recording::press(kDaw, 0x11, Recording::kCommand) +
+                    Recording::presses(kDaw, digits(song.Bar) + QVector<int>{0x24});
+            break;
+        default:
+            keys += Recording::press(kDaw, 0x29, Recording::kCommand) +
+                    Recording::presses(kDaw, digits(song.Marker) + QVector<int>{0x4C});
+        }
+        ++locates;
+        sent = row;
+        next = row + 1;
+        while (next < int(entries.size()) && !isSong(next)) {
+            ++next;
+        }
+        if (next == int(entries.size())) {
+            reset();
+        }
+    }
+
+    int mode;
+    std::vector<EditDataSet> entries;
+    int sent = -1;
+    int next = -1;
+};
+
+qint64 residentKb()
+{
+    QFile file("/proc/self/statm");
+    file.open(QIODevice::ReadOnly);
+    return file.readAll().split(' ').at(1).toLongLong() * 4;
+}
+
+int openHandles()
+{
+    return int(QDir("/proc/self/fd").entryList(QDir::Files | QDir::System).size());
+}
+
+} // namespace
+
+class Soak : public TestCase
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void longShow();
+
+private:
+    EditData randomShow(int mode);
+    void playShow(int mode, int locates);
+    void step(Operator& op, Expected& expected);
+    void note(bool isOn, int pitch);
+
+    QRandomGenerator random{kSeed};
+    std::unique_ptr<JackServer> jack;
+    std::unique_ptr<PeerSource> source;
+    std::unique_ptr<PeerSink> sink;
+    int sentNotes = 0;
+    int receivedNotes = 0;
+};
+
+void Soak::initTestCase()
+{
+    jack = std::make_unique<JackServer>();
+    if (!jack->isRunning()) {
+        QSKIP(qPrintable(jack->why()));
+    }
+}
+
+void Soak::longShow()
+{
+    constexpr int kModes = 4;
+    constexpr int kRounds = 5; // The first ones warm everything up.
+    const int locates = std::max(20, qEnvironmentVariableIntValue("VELT_SOAK_LOCATES"));
+    qint64 memory = 0;
+    int handles = 0;
+    for (int round = 0; round < kRounds; ++round) {
+        for (int mode = 0; mode < kModes; ++mode) {
+            playShow(mode, locates / (kModes * kRounds));
+            if (QTest::currentTestFailed()) {
+                return;
+            }
+        }
+        qInfo("round %d: %lld kB resident, %d handles", round + 1, residentKb(), openHandles());
+        if (round == 1) {
+            memory = residentKb();
+            handles = openHandles();
+        }
+    }
+    QCOMPARE(openHandles(), handles);
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__) // These keep what is freed.
+    QVERIFY2(residentKb() - memory < 2048, qPrintable(QString::number(residentKb() - memory)));
+#endif
+}
+
+EditData Soak::randomShow(int mode)
+{
+    EditData data;
+    data.Mode = mode;
+    data.DeviceIdValue = kDeviceId;
+    data.MidiInPort = data.ShortcutMidiInPort = PeerSource::port();
+    data.MidiOutPort = PeerSink::port();
+    data.ShowList.resize(1);
+    data.ShowList[0].ShowTitle = "Tonight";
+    const int songs = random.bounded(8, 40);
+    for (int i = 1; i <= songs; ++i) {
+        const EditDataSong song{
+            i, QString("Song %1").arg(i), {}, random.bounded(1, 1000), random.bounded(1, 10000)};
+        data.SongList.push_back(song);
+        data.ShowList[0].SetList.push_back({kSetTypeSong, song, {}, {}});
+        if (random.bounded(5) == 0) {
+            data.ShowList[0].SetList.push_back({kSetTypeSpace, {}, "talk", {}});
+        }
+    }
+    return data;
+}
+
+void Soak::playShow(int mode, int locates)
+{
+    Recording::reset();
+    Recording::setApplications({{"Finder"}, {mode < 2 ? "Pro Tools" : "Studio One"}});
+    source.reset(); // Before another takes its name.
+    sink.reset();
+    source = std::make_unique<PeerSource>();
+    sink = std::make_unique<PeerSink>();
+    const EditData data = randomShow(mode);
+    Operator op(data);
+    for (QMidiIn* port : {op.dawIn, op.controllerIn}) {
+        QVERIFY(port->isPortOpen());
+        connect(port, &QMidiIn::midiMessageReceived, this, [this] { ++receivedNotes; });
+    }
+    settle();
+    Expected expected(mode, data.ShowList[0].SetList);
+    while (expected.locates < locates && !QTest::currentTestFailed()) {
+        step(op, expected);
+    }
+}
+
+// One thing that somebody does, and what must be true after it.
+void Soak::step(Operator& op, Expected& expected)
+{
+    const auto finishClick = [&op](const char* name) { QTRY_VERIFY(!op.button(name)->isDown()); };
+    const int action = random.bounded(16);
+    switch (action) {
+    case 0:
+    case 1: // LOCATE by foot switch
+        expected.locate();
+        note(true, kLocateNote);
+        finishClick("LOCATE");
+        break;
+    case 2: // by mouse
+        expected.locate();
+        op.press("LOCATE");
+        break;
+    case 3:
+    case 4:
+    case 5:
+    case 6: // AutoLocate
+        expected.endOfSong();
+        note(false, random.bounded(2) ? kEndOfSongNote : 36);
+        break;
+    case 7:
+    case 8:
+    case 9: // Song DOWN and UP
+    case 10: {
+        const bool isDown = action < 10;
+        expected.move(isDown ? 1 : -1);
+        if (random.bounded(2)) {
+            note(true, isDown ? kDownNote : kUpNote);
+        } else {
+            QTest::keyClick(op.table, isDown ? Qt::Key_Down : Qt::Key_Up);
+        }
+        break;
+    }
+    case 11:
+    case 12: { // DAW PLAY and DAW STOP
+        const bool isPlay = action == 11;
+        expected.press(isPlay);
+        note(true, isPlay ? kPlayNote : kStopNote);
+        finishClick(isPlay ? "DAW PLAY" : "DAW STOP");
+        break;
+    }
+    case 13: // a key of the keyboard that is sent on
+        expected.type(0x52);
+        QTest::keyClick(op.table, Qt::Key_0);
+        finishClick("Key 0");
+        break;
+    case 14: // back to the top
+        expected.move(-1000);
+        op.select(0);
+        break;
+    default:
+        if (expected.running) {
+            expected.reset();
+            op.press("Reset");
+        }
+    }
+    QCOMPARE(Recording::takeEvents(), expected.keys);
+    expected.keys.clear();
+    QTRY_COMPARE(sink->received().size(), expected.mmc.size());
+    QVERIFY(sink->received() == expected.mmc);
+    QCOMPARE(op.looks(), expected.looks());
+    QCOMPARE(op.selectedRow(), expected.selected);
+    QCOMPARE(op.isRunning(), expected.running);
+}
+
+// Plays a note into both inputs and waits until the window has acted on it.
+void Soak::note(bool isOn, int pitch)
+{
+    using Byte = unsigned char;
+    const Byte channel = Byte(random.bounded(16));
+    source->send({Byte((isOn ? 0x90 : 0x80) | channel), Byte(pitch), Byte(100)});
+    sentNotes += 2;
+    QTRY_COMPARE(receivedNotes, sentNotes);
+    QCoreApplication::processEvents(); // A click that the note began shows itself.
+}
+
+VELT_TEST_MAIN(Soak)
+#include "soak.moc"
