@@ -40,19 +40,8 @@ public:
         while (at < content.size()) {
             const char c = content.at(at++);
             if (c == '\\' && at < content.size()) {
-                const char escaped = content.at(at);
-                if (escaped >= '0' && escaped <= '7') {
-                    return number(8);
-                }
-                at += isLongLineEnd(content, at) ? 2 : 1;
-                if (escaped == 'x') {
-                    if (at < content.size() && hexDigitValue(content.at(at)) >= 0) {
-                        return number(16);
-                    }
-                    continue; // Without digits it stands for nothing.
-                }
-                if (kMeaningfulEscapes.find(escaped) != std::string_view::npos) {
-                    return 0;
+                if (const auto meant = escaped()) {
+                    return *meant;
                 }
             } else if (c != '"') {
                 return static_cast<unsigned char>(c);
@@ -74,16 +63,35 @@ public:
     [[nodiscard]] int position() const { return at; }
 
 private:
+    // What a backslash and the characters behind it stand for, if for anything.
+    std::optional<char16_t> escaped()
+    {
+        if (isDigit(8)) {
+            return number(8);
+        }
+        const char c = content.at(at);
+        at += isLongLineEnd(content, at) ? 2 : 1;
+        if (c == 'x' && isDigit(16)) {
+            return number(16);
+        }
+        if (kMeaningfulEscapes.find(c) != std::string_view::npos) {
+            return 0;
+        }
+        return std::nullopt;
+    }
+
+    [[nodiscard]] bool isDigit(int base) const
+    {
+        const int digit = at < content.size() ? hexDigitValue(content.at(at)) : -1;
+        return digit >= 0 && digit < base;
+    }
+
     // Of a number that is too large for a character, the settings class takes the lowest bits.
     char16_t number(int base)
     {
         char16_t value = 0;
-        for (; at < content.size(); ++at) {
-            const int digit = hexDigitValue(content.at(at));
-            if (digit < 0 || digit >= base) {
-                break;
-            }
-            value = static_cast<char16_t>(value * base + digit);
+        for (; isDigit(base); ++at) {
+            value = static_cast<char16_t>(value * base + hexDigitValue(content.at(at)));
         }
         return value;
     }

@@ -111,7 +111,7 @@ private:
     {
         return content.replace(stampOf(0).toLatin1(), stampOf(version).toLatin1());
     }
-    QDir dir() const { return QDir(home.path()); }
+    QDir dir() const { return {home.path()}; }
 
     QTemporaryDir home;
     QByteArray setListTemplate;
@@ -189,7 +189,7 @@ int main()
                  });
     report.fault(QStringLiteral("the first save after each of these kills"),
                  QStringLiteral("waits for no lock that was left, under %1 ms").arg(kSaveMs), [&] {
-                     const QString happened =
+                     QString happened =
                          QStringLiteral("longest %1 ms; %2 locks left, %3 of them empty")
                              .arg(tally.longestSaveMs)
                              .arg(tally.locks)
@@ -205,7 +205,7 @@ int main()
                      QElapsedTimer timer;
                      timer.start();
                      files.save(kKills);
-                     const QString happened = QStringLiteral("%1 ms").arg(timer.elapsed());
+                     QString happened = QStringLiteral("%1 ms").arg(timer.elapsed());
                      require(!timer.hasExpired(kSaveMs) && files.areWhole(kKills), happened);
                      return happened;
                  });
