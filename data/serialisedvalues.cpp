@@ -28,11 +28,12 @@ bool isLongLineEnd(const QByteArray& content, int at)
 }
 
 // Goes through the characters of a value as an INI file spells them: as themselves, as escapes, and
-// with quotes and escapes without a meaning between them.
+// with quotes and escapes without a meaning between them. Blanks in front, and behind quotes, are
+// none of the value's.
 class SpelledText
 {
 public:
-    SpelledText(const QByteArray& file, int start) : content(file), at(start) {}
+    SpelledText(const QByteArray& file, int start) : content(file), at(start) { skipBlanks(); }
 
     // The next character, or 0 at the end of the file and of those with an escape of their own.
     char16_t next()
@@ -45,6 +46,8 @@ public:
                 }
             } else if (c != '"') {
                 return static_cast<unsigned char>(c);
+            } else if (isQuoted = !isQuoted; !isQuoted) {
+                skipBlanks();
             }
         }
         return 0;
@@ -63,6 +66,13 @@ public:
     [[nodiscard]] int position() const { return at; }
 
 private:
+    void skipBlanks()
+    {
+        while (at < content.size() && (content.at(at) == ' ' || content.at(at) == '\t')) {
+            ++at;
+        }
+    }
+
     // What a backslash and the characters behind it stand for, if for anything.
     std::optional<char16_t> escaped()
     {
@@ -98,6 +108,7 @@ private:
 
     const QByteArray& content;
     int at;
+    bool isQuoted = false;
 };
 
 bool isColor(const QByteArray& content, int at)
@@ -110,11 +121,7 @@ bool isColor(const QByteArray& content, int at)
 bool isHarmful(const QByteArray& content, int start)
 {
     SpelledText value(content, start);
-    char16_t first = value.next();
-    while (first == ' ' || (first >= '\t' && first <= '\r')) {
-        first = value.next();
-    }
-    if (first != '@') {
+    if (value.next() != '@') {
         return false;
     }
     SpelledText other = value;

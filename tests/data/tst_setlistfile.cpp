@@ -57,7 +57,7 @@ private slots:
               QStringLiteral(" a,b;c=\"d\\e\" [f]/%41%2F#'g' "),
               QStringLiteral("a\r\nb\tc\n") + QChar(0) + QLatin1Char('0'),
               QStringLiteral("@Invalid()"), QStringLiteral("@@Variant(\\0) =@Variant( ,@Variant("),
-              QString(10'000, QChar(0x6b4c))}) {
+              QStringLiteral("  @Variant(x), @DateTime("), QString(10'000, QChar(0x6b4c))}) {
             EditData data;
             data.SongList = {{1, text, text, -2, INT_MAX}};
             data.ShowList = {{text, text, {{kSetTypeSpace, {}, text, text}}}};
