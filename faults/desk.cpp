@@ -129,17 +129,24 @@ void Velt::typeCue(int row, const QString& text)
     answers();
 }
 
-qint64 Velt::confirmPreferences(const QStringList& keys)
+qint64 Velt::confirmPreferences(const QStringList& keys, const QStringList& boxes)
 {
+    const auto confirm = [this](const QString& title, const QStringList& keysBefore) {
+        await([&] { return !find(title).isEmpty(); }, title);
+        xdotool(QStringList{QStringLiteral("windowfocus"), QStringLiteral("--sync"),
+                            find(title).value(0), QStringLiteral("key")} +
+                keysBefore + QStringList{QStringLiteral("Return")});
+    };
     click(Preferences);
     const QString title = QStringLiteral("^Preference$");
-    await([&] { return !find(title).isEmpty(); }, QStringLiteral("the preferences"));
+    await([&] { return !find(title).isEmpty(); }, title);
     answers();
-    xdotool(QStringList{QStringLiteral("windowfocus"), QStringLiteral("--sync"),
-                        find(title).value(0), QStringLiteral("key")} +
-            keys + QStringList{QStringLiteral("Return")});
+    confirm(title, keys);
     QElapsedTimer timer;
     timer.start();
+    for (const QString& box : boxes) {
+        confirm(QLatin1Char('^') + box + QLatin1Char('$'), {});
+    }
     await([&] { return find(title).isEmpty(); }, QStringLiteral("the preferences to close"));
     require(ping.answerMs(window.toUInt(), kPatienceMs) >= 0,
             QStringLiteral("the window does not answer after the preferences"));

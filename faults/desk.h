@@ -46,8 +46,9 @@ public:
     void click(Button button, int times = 1);
     void select(int row);
     void typeCue(int row, const QString& text);
-    // Opens the preferences and presses OK, after the keys that are named. Milliseconds.
-    qint64 confirmPreferences(const QStringList& keys = {});
+    // Opens the preferences and presses OK, after the keys that are named and before the boxes that
+    // must come then are confirmed. Milliseconds.
+    qint64 confirmPreferences(const QStringList& keys = {}, const QStringList& boxes = {});
 
     // The number of its windows on the screen, of which a message box is one.
     int windows();

@@ -65,7 +65,9 @@ QString confirmWithoutServer()
 {
     Desk desk;
     desk.jack.kill();
-    const qint64 confirmedMs = desk.velt->confirmPreferences();
+    const qint64 confirmedMs = desk.velt->confirmPreferences(
+        {}, {QStringLiteral("Midi In Open Error"), QStringLiteral("Shortcut Midi In Open Error"),
+             QStringLiteral("Midi Out Open Error")});
     desk.locateByKeys(1, QStringLiteral("bar 5"));
     require(desk.jack.restart(), desk.jack.why());
     desk.reopenDawPorts();
@@ -106,7 +108,7 @@ void midiServerFaults(Report& report)
         [] { return sendToADeadServer(kMessages); });
     report.fault(
         QStringLiteral("preferences confirmed while the MIDI server is dead"),
-        QStringLiteral("keys still locate; with the server back and the preferences confirmed "
-                       "again, all MIDI works"),
+        QStringLiteral("a box for each port; keys still locate; with the server back and the "
+                       "preferences confirmed again, all MIDI works"),
         confirmWithoutServer);
 }
