@@ -290,6 +290,7 @@ private slots:
         }
         startServer();
         Receiver restarted(kDaw);
+        QTRY_VERIFY(find(kDaw) != -1);
         press(find(kDaw), 0x31);
         QCOMPARE(restarted.reports(), "active\n" + pressed(' '));
     }

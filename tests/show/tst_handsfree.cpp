@@ -230,14 +230,14 @@ void TestHandsFree::noteToButton()
     QVector<double> ms;
     connect(op.button("LOCATE"), &QPushButton::pressed, this,
             [&] { ms << double(timer.nsecsElapsed()) / 1e6; });
-    for (int i = 0; i < 21; ++i) {
+    int clicks = 0; // An animated click ends by itself; the next begins afterwards.
+    connect(op.button("LOCATE"), &QPushButton::clicked, this, [&clicks] { ++clicks; });
+    for (int i = 1; i <= 21; ++i) {
         timer.start();
         pads.noteOn(31);
-        QTRY_COMPARE(ms.size(), i + 1);
-        op.button("LOCATE")->setDown(false);
-        // An animated click ends by itself; the next begins afterwards.
-        QTRY_VERIFY(timer.hasExpired(320));
+        QTRY_COMPARE(clicks, i);
     }
+    QCOMPARE(ms.size(), 21);
     std::sort(ms.begin(), ms.end());
     qInfo("note on the wire to button: median %.2f ms, largest %.2f ms", ms[10], ms.last());
     QVERIFY(ms[10] <= 15);
