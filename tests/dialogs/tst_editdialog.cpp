@@ -250,6 +250,7 @@ private slots:
         chooseFile(editor, "pushSaveAs", path);
         QCOMPARE(read(path).ShowList[1].SetList[0].Cue, QString("cue"));
         QCOMPARE(editor.shows->currentRow(), 1); // Nothing was removed: the user stays there.
+        chooseFile(editor, "pushOpen", {});      // All is saved: no question.
 
         // What has no title is removed by writing; the rows follow.
         editor.type(editor.shows, 0, 0, {});
