@@ -218,7 +218,6 @@ private slots:
                 QCOMPARE(desk.owner.calls, confirms ? kConfirmed : QStringList());
             };
             leave(true, click("pushOK"));
-            leave(true, closeAndAnswer(QMessageBox::Save));
             leave(false, closeAndAnswer(QMessageBox::No));
             leave(false, click("pushCancel"));
             leave(false, [](PreferenceDesk& d) { QTest::keyClick(&d.dialog, Qt::Key_Escape); });
