@@ -1,72 +1,70 @@
 // SPDX-License-Identifier: MIT
 #include "jackguard.h"
 
-#include <RtMidi.h>
+#include "jackwatch.h"
+
+#include <QtGlobal>
+
+#include <utility>
 
 namespace {
 
 constexpr std::size_t kRingBudgetBytes = 4096; // A quarter of the library's ring.
 constexpr std::size_t kRingHeaderBytes = sizeof(int);
-constexpr qint64 kRetryMs = 1000;
-constexpr qint64 kNoCycleMs = 990; // Closing a port gives up waiting for a cycle after a second.
+constexpr std::uint32_t kPeriodsToEmpty = 2; // One may be under way.
 
 } // namespace
 
-JackGuard::JackGuard() = default;
-
-JackGuard::~JackGuard() = default;
+JackGuard::JackGuard(std::shared_ptr<JackWatch> ofServer) : watch(std::move(ofServer))
+{
+}
 
 void JackGuard::portOpened()
 {
-    if (!prober) {
-        prober = std::make_unique<RtMidiOut>(RtMidi::UNIX_JACK, "RtMidi Output Guard");
+    mark = watch->periods();
+    if (watch->waitForPeriods(mark, kPeriodsToEmpty)) {
+        sentBeforeMark = sentSinceMark = 0;
+        isDropping = false;
     }
-    sinceFailure.invalidate();
-    prove();
 }
 
 bool JackGuard::admit(std::size_t bytes)
 {
     const std::size_t needed = bytes + kRingHeaderBytes;
-    const auto mayHold = [this] { return sentBeforeProof + sentSinceProof; };
-    while (mayHold() > 0 && mayHold() + needed > kRingBudgetBytes) {
-        if (!prove()) {
-            return false;
+    noteProgress();
+    while (watch->isServerAlive() && !hasRoomFor(needed)) {
+        if (isDropping || !watch->waitForPeriods(mark, kPeriodsToEmpty)) {
+            return drop();
         }
+        noteProgress();
     }
-    sentSinceProof += needed;
+    if (!watch->isServerAlive()) {
+        return drop();
+    }
+    sentSinceMark += needed;
     return true;
 }
 
-bool JackGuard::prove()
+bool JackGuard::hasRoomFor(std::size_t bytes) const
 {
-    if (sinceFailure.isValid() && !sinceFailure.hasExpired(kRetryMs)) {
-        return false;
-    }
-    if (!cycleRuns()) {
-        if (!sinceFailure.isValid()) {
-            qWarning("The JACK server does not answer; messages to it are dropped");
-        }
-        sinceFailure.start();
-        return false;
-    }
-    sinceFailure.invalidate();
-    sentBeforeProof = sentSinceProof;
-    sentSinceProof = 0;
-    return true;
+    const std::size_t mayHold = sentBeforeMark + sentSinceMark;
+    return mayHold == 0 || mayHold + bytes <= kRingBudgetBytes;
 }
 
-// A wait that timed out leaves a cycle to the prober's credit, so that from then on each proof is
-// of the time before the last one. The budget allows for that.
-bool JackGuard::cycleRuns()
+void JackGuard::noteProgress()
 {
-    try {
-        prober->openVirtualPort("RtMidi Output Guard");
-    } catch (const RtMidiError&) {
-        return false;
+    if (watch->periods() - mark >= kPeriodsToEmpty) {
+        mark = watch->periods();
+        sentBeforeMark = std::exchange(sentSinceMark, 0);
+        isDropping = false;
     }
-    QElapsedTimer waited;
-    waited.start();
-    prober->closePort();
-    return waited.elapsed() < kNoCycleMs;
+}
+
+bool JackGuard::drop()
+{
+    if (!isDropping) {
+        qWarning("The JACK server does not answer; messages to it are dropped");
+    }
+    isDropping = true;
+    return false;
 }

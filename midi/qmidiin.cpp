@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "qmidiin.h"
 
+#include "jackwatch.h"
 #include "midibackend.h"
 #include "mididecoder.h"
 #include "qmidimessage.h"
@@ -50,7 +51,10 @@ QMidiIn::QMidiIn(QObject* parent) : QObject(parent)
     backEndOrNull();
 }
 
-QMidiIn::~QMidiIn() = default;
+QMidiIn::~QMidiIn()
+{
+    dropBackEnd();
+}
 
 QStringList QMidiIn::getPorts()
 {
@@ -61,6 +65,7 @@ QStringList QMidiIn::getPorts()
 void QMidiIn::openPort(unsigned int index)
 {
     openChecked(backEndOrThrow(), index, kPortName);
+    portOpened();
 }
 
 void QMidiIn::openPort(const QString& name)
@@ -74,11 +79,13 @@ void QMidiIn::openPort(const QString& name)
 void QMidiIn::openVirtualPort(const QString& name)
 {
     backEndOrThrow().openVirtualPort(name.toStdString());
+    portOpened();
 }
 
 void QMidiIn::closePort()
 {
     if (backEnd) {
+        const QuietGraph quiet(watch);
         backEnd->closePort();
     }
 }
@@ -98,6 +105,7 @@ void QMidiIn::setIgnoreTypes(bool sysEx, bool timing, bool activeSensing)
 
 void QMidiIn::dropBackEnd()
 {
+    const QuietGraph quiet(std::move(watch));
     backEnd.reset();
 }
 
@@ -123,6 +131,16 @@ void QMidiIn::callback(double timeStamp, std::vector<unsigned char>* bytes, void
         message, [timeStamp, copy = *bytes] { writeTrace(timeStamp, copy); }, Qt::QueuedConnection);
     self->onMidiMessageReceive(message);
     QCoreApplication::postEvent(message, new EndOfMessage(std::move(owner)));
+}
+
+void QMidiIn::portOpened()
+{
+    if (!watch) {
+        watch = JackWatch::ofProcess(backEnd->getCurrentApi());
+    }
+    if (watch) {
+        watch->graphChanged();
+    }
 }
 
 RtMidiIn& QMidiIn::backEndOrThrow()

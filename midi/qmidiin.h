@@ -7,6 +7,7 @@
 #include <memory>
 #include <vector>
 
+class JackWatch;
 class QMidiMessage;
 class RtMidiIn;
 
@@ -57,6 +58,7 @@ public:
 
 private:
     static void callback(double timeStamp, std::vector<unsigned char>* bytes, void* port);
+    void portOpened();
     RtMidiIn& backEndOrThrow();
     RtMidiIn* backEndOrNull();
 
@@ -67,4 +69,5 @@ private:
         bool activeSensing = true;
     } ignored;
     std::unique_ptr<RtMidiIn> backEnd; // Null while no MIDI back end can be had.
+    std::shared_ptr<JackWatch> watch;  // Over JACK only, from the first opening on.
 };

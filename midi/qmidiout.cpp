@@ -2,10 +2,13 @@
 #include "qmidiout.h"
 
 #include "jackguard.h"
+#include "jackwatch.h"
 #include "midibackend.h"
 #include "qmidimessage.h"
 
 #include <QDebug>
+
+#include <utility>
 
 namespace {
 
@@ -30,7 +33,10 @@ QMidiOut::QMidiOut(QObject* parent) : QObject(parent)
     backEndOrNull();
 }
 
-QMidiOut::~QMidiOut() = default;
+QMidiOut::~QMidiOut()
+{
+    dropBackEnd();
+}
 
 QStringList QMidiOut::getPorts()
 {
@@ -41,20 +47,21 @@ QStringList QMidiOut::getPorts()
 void QMidiOut::openPort(unsigned int index)
 {
     openChecked(backEndOrThrow(), index, kPortName);
-    startGuard();
+    portOpened();
 }
 
 void QMidiOut::openVirtualPort(const QString& name)
 {
     backEndOrThrow().openVirtualPort(name.toStdString());
     hasVirtualPort = true;
-    startGuard();
+    portOpened();
 }
 
 void QMidiOut::closePort()
 {
     hasVirtualPort = false;
     if (backEnd) {
+        const QuietGraph quiet(watch);
         backEnd->closePort();
     }
 }
@@ -99,18 +106,19 @@ void QMidiOut::dropBackEnd()
 {
     hasVirtualPort = false;
     guard.reset();
+    const QuietGraph quiet(std::move(watch));
     backEnd.reset();
 }
 
-void QMidiOut::startGuard()
+void QMidiOut::portOpened()
 {
-    if (backEnd->getCurrentApi() != RtMidi::UNIX_JACK) {
-        return; // The other back ends hand each message to the system before they return.
+    if (!watch && (watch = JackWatch::ofProcess(backEnd->getCurrentApi()))) {
+        guard = std::make_unique<JackGuard>(watch);
     }
-    if (!guard) {
-        guard = std::make_unique<JackGuard>();
+    if (guard) {
+        watch->graphChanged();
+        guard->portOpened();
     }
-    guard->portOpened();
 }
 
 RtMidiOut& QMidiOut::backEndOrThrow()

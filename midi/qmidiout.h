@@ -9,6 +9,7 @@
 #include <vector>
 
 class JackGuard;
+class JackWatch;
 class QMidiMessage;
 class RtMidiOut;
 
@@ -47,11 +48,12 @@ public:
     void dropBackEnd();
 
 private:
-    void startGuard();
+    void portOpened();
     RtMidiOut& backEndOrThrow();
     RtMidiOut* backEndOrNull();
 
     std::unique_ptr<RtMidiOut> backEnd; // Null while no MIDI back end can be had.
-    std::unique_ptr<JackGuard> guard;   // Only over JACK, from the first opening on.
+    std::shared_ptr<JackWatch> watch;   // Over JACK only, from the first opening on;
+    std::unique_ptr<JackGuard> guard;   // so is this.
     bool hasVirtualPort = false;        // Which the library does not count as open.
 };

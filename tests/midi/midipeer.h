@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "jackwatch.h"
+
 #include <QString>
 
 #include <RtMidi.h>
@@ -15,10 +17,20 @@ using Bytes = std::vector<unsigned char>;
 // Sends from a port. Pace what you send: the library hangs on a full ring.
 struct PeerSource
 {
-    PeerSource() { out.openVirtualPort("out"); }
+    PeerSource()
+    {
+        out.openVirtualPort("out");
+        watch = JackWatch::ofProcess(RtMidi::UNIX_JACK);
+    }
+    ~PeerSource()
+    {
+        const QuietGraph quiet(watch);
+        out.closePort();
+    }
     static QString port() { return QStringLiteral("velt source:out"); }
     void send(const Bytes& bytes) { out.sendMessage(&bytes); }
 
+    std::shared_ptr<JackWatch> watch;
     RtMidiOut out{RtMidi::UNIX_JACK, "velt source"};
 };
 
@@ -29,6 +41,12 @@ struct PeerSink
     {
         in.ignoreTypes(false, false, false);
         in.openVirtualPort("in");
+        watch = JackWatch::ofProcess(RtMidi::UNIX_JACK);
+    }
+    ~PeerSink()
+    {
+        const QuietGraph quiet(watch);
+        in.closePort();
     }
     static QString port() { return QStringLiteral("velt sink:in"); }
     const std::vector<Bytes>& received()
@@ -40,6 +58,7 @@ struct PeerSink
         return messages;
     }
 
+    std::shared_ptr<JackWatch> watch;
     RtMidiIn in{RtMidi::UNIX_JACK, "velt sink", 10000};
     std::vector<Bytes> messages;
 };
