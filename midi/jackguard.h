@@ -18,7 +18,7 @@ class JackWatch;
 class JackGuard
 {
 public:
-    explicit JackGuard(std::shared_ptr<JackWatch> watch);
+    explicit JackGuard(std::shared_ptr<JackWatch> ofServer);
 
     // To be called after the guarded port has been opened. Waits for two periods, from which on the
     // port's new connection carries what is sent.

@@ -8,7 +8,7 @@
 #include <memory>
 #include <utility>
 
-struct _jack_client;
+struct _jack_client; // NOLINT(bugprone-reserved-identifier): JACK's own name of its client.
 
 // Knows of the JACK server what the MIDI library does not tell: whether it is there, how many
 // periods it has run, and when its graph of clients, ports and connections last changed. One JACK
@@ -41,7 +41,7 @@ public:
     void graphChanged() { changedAt = periodCount.load(); }
 
 private:
-    explicit JackWatch(_jack_client* client);
+    explicit JackWatch(_jack_client* ofServer);
 
     _jack_client* client;
     std::atomic<bool> serverAlive{true};
