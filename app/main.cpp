@@ -2,6 +2,7 @@
 #include "mainwindow.h"
 
 #include <QApplication>
+#include <QIcon>
 
 #include <csignal>
 
@@ -18,6 +19,7 @@ int main(int argc, char* argv[])
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("VELT"));
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/img/img/VELT_Logo_512.ico")));
 
     MainWindow window(nullptr);
     window.show();

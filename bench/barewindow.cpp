@@ -104,8 +104,10 @@ int main(int argc, char** argv)
     const RtMidiIn controllerIn(RtMidi::UNIX_JACK);
     const RtMidiOut dawOut(RtMidi::UNIX_JACK);
     const QSettings shows(pathOf("VELTSetting.ini"), QSettings::IniFormat);
-    shows.allKeys();
-    QSettings(pathOf("VELTPreference.ini"), QSettings::IniFormat).allKeys();
+    const QSettings preferences(pathOf("VELTPreference.ini"), QSettings::IniFormat);
+    if (shows.allKeys().isEmpty() || preferences.allKeys().isEmpty()) {
+        return 1; // A floor that parses nothing would be no floor.
+    }
 
     QMainWindow window;
     window.menuBar()->addMenu("&About")->addAction("&AboutVELT");
