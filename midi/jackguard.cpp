@@ -21,27 +21,36 @@ JackGuard::JackGuard(std::shared_ptr<JackWatch> ofServer) : watch(std::move(ofSe
 
 void JackGuard::portOpened()
 {
-    mark = watch->periods();
-    if (watch->waitForPeriods(mark, kPeriodsToEmpty)) {
-        sentBeforeMark = sentSinceMark = 0;
-        isDropping = false;
-    }
+    openedAt = watch->periods();
 }
 
 bool JackGuard::admit(std::size_t bytes)
 {
     const std::size_t needed = bytes + kRingHeaderBytes;
+    if (watch->isServerAlive() && !watch->standsStill() && awaitRoomFor(needed)) {
+        isDropping = false;
+        sentSinceMark += needed;
+        return true;
+    }
+    if (!isDropping) {
+        qWarning("The JACK server does not answer; messages to it are dropped");
+    }
+    isDropping = true;
+    return false;
+}
+
+bool JackGuard::awaitRoomFor(std::size_t bytes)
+{
+    if (!watch->waitForPeriods(openedAt, kPeriodsToEmpty)) {
+        return false;
+    }
     noteProgress();
-    while (watch->isServerAlive() && !hasRoomFor(needed)) {
-        if (isDropping || !watch->waitForPeriods(mark, kPeriodsToEmpty)) {
-            return drop();
+    while (!hasRoomFor(bytes)) {
+        if (!watch->waitForPeriods(mark, kPeriodsToEmpty)) {
+            return false;
         }
         noteProgress();
     }
-    if (!watch->isServerAlive()) {
-        return drop();
-    }
-    sentSinceMark += needed;
     return true;
 }
 
@@ -56,15 +65,5 @@ void JackGuard::noteProgress()
     if (watch->periods() - mark >= kPeriodsToEmpty) {
         mark = watch->periods();
         sentBeforeMark = std::exchange(sentSinceMark, 0);
-        isDropping = false;
     }
-}
-
-bool JackGuard::drop()
-{
-    if (!isDropping) {
-        qWarning("The JACK server does not answer; messages to it are dropped");
-    }
-    isDropping = true;
-    return false;
 }

@@ -6,9 +6,12 @@
 
 #include <jack/jack.h>
 
+#include <vector>
+
 namespace {
 
-constexpr auto kClientName = "RtMidi Watch Client";
+constexpr auto kClientName = "VELT watch";
+constexpr std::chrono::milliseconds kLately{500}; // Periods are shorter, 186 ms at most.
 constexpr qint64 kStandsStillMs = 1000;
 constexpr qint64 kQuietMs = 300;
 constexpr std::uint32_t kQuietPeriods = 2;
@@ -28,22 +31,45 @@ bool waitUntil(qint64 timeoutMs, Condition condition)
     return true;
 }
 
+std::weak_ptr<JackWatch>& current()
+{
+    static std::weak_ptr<JackWatch> watch;
+    return watch;
+}
+
+struct Kept
+{
+    std::shared_ptr<JackWatch> watch;
+    std::shared_ptr<void> backEnd;
+};
+
+// Never destroyed: what it holds at the end of the process would wait for the server even then.
+std::vector<Kept>& kept()
+{
+    static auto* all = new std::vector<Kept>;
+    return *all;
+}
+
 } // namespace
 
 std::shared_ptr<JackWatch> JackWatch::ofProcess(RtMidi::Api api)
 {
-    if (api != RtMidi::UNIX_JACK) {
-        return nullptr;
-    }
-    static std::weak_ptr<JackWatch> current;
-    std::shared_ptr<JackWatch> watch = current.lock();
-    if (!watch) {
+    std::shared_ptr<JackWatch> watch = ofProcessIfAny(api);
+    if (!watch && api == RtMidi::UNIX_JACK) {
         if (jack_client_t* client = jack_client_open(kClientName, JackNoStartServer, nullptr)) {
             watch.reset(new JackWatch(client));
-            current = watch;
+            if (jack_activate(client) != 0) {
+                return nullptr;
+            }
+            current() = watch;
         }
     }
     return watch;
+}
+
+std::shared_ptr<JackWatch> JackWatch::ofProcessIfAny(RtMidi::Api api)
+{
+    return api == RtMidi::UNIX_JACK ? current().lock() : nullptr;
 }
 
 JackWatch::JackWatch(_jack_client* ofServer) : client(ofServer)
@@ -51,7 +77,7 @@ JackWatch::JackWatch(_jack_client* ofServer) : client(ofServer)
     jack_set_process_callback(
         client,
         [](jack_nframes_t, void* self) {
-            ++static_cast<JackWatch*>(self)->periodCount;
+            static_cast<JackWatch*>(self)->periodBegins();
             return 0;
         },
         this);
@@ -64,12 +90,33 @@ JackWatch::JackWatch(_jack_client* ofServer) : client(ofServer)
         this);
     jack_on_shutdown(
         client, [](void* self) { static_cast<JackWatch*>(self)->serverAlive = false; }, this);
-    jack_activate(client);
 }
 
 JackWatch::~JackWatch()
 {
     jack_client_close(client);
+}
+
+void JackWatch::periodBegins()
+{
+    ++periodCount;
+    lastPeriod = Clock::now().time_since_epoch().count();
+}
+
+bool JackWatch::hasRunLately() const
+{
+    return Clock::now() - Clock::time_point(Clock::duration(lastPeriod)) < kLately;
+}
+
+bool JackWatch::standsStill()
+{
+    if (hasRunLately()) {
+        isKnownToStandStill = false;
+    } else if (!isKnownToStandStill) {
+        isKnownToStandStill =
+            !waitUntil(kStandsStillMs, [this] { return hasRunLately() || !serverAlive; });
+    }
+    return isKnownToStandStill && serverAlive;
 }
 
 bool JackWatch::waitForPeriods(std::uint32_t since, std::uint32_t count) const
@@ -78,8 +125,34 @@ bool JackWatch::waitForPeriods(std::uint32_t since, std::uint32_t count) const
     return waitUntil(kStandsStillMs, [&] { return havePassed() || !serverAlive; }) && havePassed();
 }
 
-void JackWatch::awaitQuietGraph() const
+bool JackWatch::awaitQuietGraph()
 {
-    waitUntil(kQuietMs,
-              [this] { return !serverAlive || periodCount - changedAt >= kQuietPeriods; });
+    if (!standsStill() && !waitForPeriods(periods(), 1)) {
+        isKnownToStandStill = true;
+    }
+    if (standsStill()) {
+        return false;
+    }
+    waitUntil(kQuietMs, [this] {
+        const std::uint32_t since = changedAt; // Read first: the count is never behind it.
+        return !serverAlive || periodCount - since >= kQuietPeriods;
+    });
+    return true;
+}
+
+void JackWatch::keep(std::shared_ptr<JackWatch> watch, std::shared_ptr<void> backEnd)
+{
+    kept().push_back({std::move(watch), std::move(backEnd)});
+}
+
+void JackWatch::requireAnswer()
+{
+    if (const auto watch = current().lock(); watch && watch->standsStill()) {
+        throw RtMidiError("The JACK server does not answer.", RtMidiError::DRIVER_ERROR);
+    }
+    for (Kept& entry : kept()) {
+        const QuietGraph quiet(entry.watch);
+        entry.backEnd.reset();
+    }
+    kept().clear();
 }

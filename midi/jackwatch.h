@@ -4,15 +4,17 @@
 #include <RtMidi.h>
 
 #include <atomic>
+#include <chrono>
 #include <cstdint>
 #include <memory>
+#include <type_traits>
 #include <utility>
 
 struct _jack_client; // NOLINT(bugprone-reserved-identifier): JACK's own name of its client.
 
-// Knows of the JACK server what the MIDI library does not tell: whether it is there, how many
-// periods it has run, and when its graph of clients, ports and connections last changed. One JACK
-// client without ports, which all ports of the process share.
+// Knows of the JACK server what the MIDI library does not tell: whether it is there, whether it
+// runs, and when its graph of clients, ports and connections last changed. One JACK client without
+// ports, which all ports of the process share.
 //
 // Used from the main thread.
 class JackWatch
@@ -23,30 +25,49 @@ public:
     // been opened, and at no other time: a client must not be made while the server may be dead,
     // see QMidiIn::dropBackEnd().
     static std::shared_ptr<JackWatch> ofProcess(RtMidi::Api api);
+    // The same, but null where there is none yet.
+    static std::shared_ptr<JackWatch> ofProcessIfAny(RtMidi::Api api);
     ~JackWatch();
     JackWatch(const JackWatch&) = delete;
     JackWatch& operator=(const JackWatch&) = delete;
 
     // Falls when the server ends, and never rises again.
     [[nodiscard]] bool isServerAlive() const { return serverAlive; }
+    // True if the server is there but has run no period for half a second, nor in the second that
+    // this then waits, once for each time that it stands still. Whatever is asked of such a server
+    // waits until it goes on, which may be never.
+    [[nodiscard]] bool standsStill();
     // Counts up while the server runs, from any number; wraps around.
     [[nodiscard]] std::uint32_t periods() const { return periodCount; }
     // True as soon as the count is so many beyond an earlier one, false if it does not get there
     // within a second.
     [[nodiscard]] bool waitForPeriods(std::uint32_t since, std::uint32_t count) const;
 
-    // Two periods without a change are quiet. Waits for that, 300 ms at most.
-    void awaitQuietGraph() const;
+    // Waits for a period to begin, and then until there has been no change for two periods, 300 ms
+    // at most. False if the server stands still.
+    [[nodiscard]] bool awaitQuietGraph();
     // To be called after each change that this process made.
     void graphChanged() { changedAt = periodCount.load(); }
 
+    // Keeps a back end, and this watch, until the server goes on or ends.
+    static void keep(std::shared_ptr<JackWatch> watch, std::shared_ptr<void> backEnd);
+    // To be called before a client or a port is made, over whatever back end. Throws RtMidiError if
+    // the server stands still; else lets go of what has been kept.
+    static void requireAnswer();
+
 private:
     explicit JackWatch(_jack_client* ofServer);
+    void periodBegins();
+    [[nodiscard]] bool hasRunLately() const;
+
+    using Clock = std::chrono::steady_clock;
 
     _jack_client* client;
     std::atomic<bool> serverAlive{true};
     std::atomic<std::uint32_t> periodCount{0};
     std::atomic<std::uint32_t> changedAt{0};
+    std::atomic<Clock::rep> lastPeriod{Clock::now().time_since_epoch().count()};
+    bool isKnownToStandStill = false;
 };
 
 // Surrounds what unregisters a port. After each change of the graph the server has every client
@@ -56,11 +77,9 @@ private:
 class QuietGraph
 {
 public:
-    explicit QuietGraph(std::shared_ptr<JackWatch> ofServer) : watch(std::move(ofServer))
+    explicit QuietGraph(std::shared_ptr<JackWatch> ofServer)
+        : watch(std::move(ofServer)), isAnswered(!watch || watch->awaitQuietGraph())
     {
-        if (watch) {
-            watch->awaitQuietGraph();
-        }
     }
     ~QuietGraph()
     {
@@ -71,6 +90,27 @@ public:
     QuietGraph(const QuietGraph&) = delete;
     QuietGraph& operator=(const QuietGraph&) = delete;
 
+    // False: the server stands still, and unregistering would wait for it.
+    [[nodiscard]] bool serverAnswers() const { return isAnswered; }
+
 private:
     std::shared_ptr<JackWatch> watch;
+    bool isAnswered;
 };
+
+// The end of a back end, an RtMidiIn or RtMidiOut; null is allowed. One whose server stands still
+// would wait for it: that one falls silent and is kept.
+template <class Port>
+void letGo(std::unique_ptr<Port> backEnd)
+{
+    const auto watch = backEnd ? JackWatch::ofProcessIfAny(backEnd->getCurrentApi()) : nullptr;
+    const QuietGraph quiet(watch);
+    if (!quiet.serverAnswers()) {
+        if constexpr (std::is_same_v<Port, RtMidiIn>) {
+            backEnd->cancelCallback();
+        }
+        JackWatch::keep(watch, std::move(backEnd));
+        return;
+    }
+    backEnd.reset();
+}

@@ -84,10 +84,15 @@ void QMidiIn::openVirtualPort(const QString& name)
 
 void QMidiIn::closePort()
 {
-    if (backEnd) {
-        const QuietGraph quiet(watch);
-        backEnd->closePort();
+    if (!backEnd) {
+        return;
     }
+    const QuietGraph quiet(watch);
+    if (!quiet.serverAnswers()) {
+        dropBackEnd();
+        return;
+    }
+    backEnd->closePort();
 }
 
 bool QMidiIn::isPortOpen() const
@@ -105,8 +110,8 @@ void QMidiIn::setIgnoreTypes(bool sysEx, bool timing, bool activeSensing)
 
 void QMidiIn::dropBackEnd()
 {
-    const QuietGraph quiet(std::move(watch));
-    backEnd.reset();
+    letGo(std::move(backEnd));
+    watch.reset();
 }
 
 void QMidiIn::onMidiMessageReceive(QMidiMessage* message)
@@ -145,6 +150,7 @@ void QMidiIn::portOpened()
 
 RtMidiIn& QMidiIn::backEndOrThrow()
 {
+    JackWatch::requireAnswer();
     if (!backEnd) {
         backEnd = makeBackEnd<RtMidiIn>(kClientName);
         backEnd->setCallback(callback, this);
@@ -156,7 +162,7 @@ RtMidiIn& QMidiIn::backEndOrThrow()
 RtMidiIn* QMidiIn::backEndOrNull()
 {
     try {
-        return &backEndOrThrow();
+        return backEnd ? backEnd.get() : &backEndOrThrow();
     } catch (const RtMidiError&) {
         return nullptr;
     }

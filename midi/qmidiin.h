@@ -20,7 +20,8 @@ class RtMidiIn;
 //
 // Errors of the library arrive as its exception RtMidiError out of the open and close operations.
 // A machine on which no MIDI back end can be constructed leaves the port without one: it lists no
-// ports, is never open, and each openPort tries anew and throws what the library says.
+// ports, is never open, and each openPort tries anew and throws what the library says. So it is
+// with a JACK server that stands still, when the port has been closed or is opened.
 class QMidiIn : public QObject
 {
     Q_OBJECT

@@ -59,11 +59,16 @@ void QMidiOut::openVirtualPort(const QString& name)
 
 void QMidiOut::closePort()
 {
-    hasVirtualPort = false;
-    if (backEnd) {
-        const QuietGraph quiet(watch);
-        backEnd->closePort();
+    if (!backEnd) {
+        return;
     }
+    const QuietGraph quiet(watch);
+    if (!quiet.serverAnswers()) {
+        dropBackEnd();
+        return;
+    }
+    hasVirtualPort = false;
+    backEnd->closePort();
 }
 
 bool QMidiOut::isPortOpen() const
@@ -106,8 +111,8 @@ void QMidiOut::dropBackEnd()
 {
     hasVirtualPort = false;
     guard.reset();
-    const QuietGraph quiet(std::move(watch));
-    backEnd.reset();
+    letGo(std::move(backEnd));
+    watch.reset();
 }
 
 void QMidiOut::portOpened()
@@ -123,6 +128,7 @@ void QMidiOut::portOpened()
 
 RtMidiOut& QMidiOut::backEndOrThrow()
 {
+    JackWatch::requireAnswer();
     if (!backEnd) {
         backEnd = makeBackEnd<RtMidiOut>(kClientName);
     }
@@ -132,7 +138,7 @@ RtMidiOut& QMidiOut::backEndOrThrow()
 RtMidiOut* QMidiOut::backEndOrNull()
 {
     try {
-        return &backEndOrThrow();
+        return backEnd ? backEnd.get() : &backEndOrThrow();
     } catch (const RtMidiError&) {
         return nullptr;
     }

@@ -20,7 +20,8 @@ class RtMidiOut;
 // would keep it for a later connection. So do empty messages.
 //
 // Over JACK the library never notices that the server has died or stands still, and would hang in
-// the end. Before that happens, messages are dropped, with one warning, until the server answers.
+// the end. Before that happens, messages are dropped, with one warning, until the server answers;
+// not where the server has room for the port but for no further client, see JackWatch.
 class QMidiOut : public QObject
 {
     Q_OBJECT

@@ -2,6 +2,7 @@
 #include "midiports.h"
 
 #include "clock.h"
+#include "jackwatch.h"
 
 #include <QThread>
 
@@ -14,15 +15,10 @@ constexpr const char* kMmcPort = "commands";
 constexpr const char* kDawClient = "Rehearsal DAW";
 constexpr const char* kFootSwitchClient = "Rehearsal Foot switch";
 constexpr const char* kNotesPort = "notes";
-constexpr const char* kProbe = "Rehearsal probe";
 
 constexpr unsigned kQueueLimit = 100; // Unused by the library where a callback is set.
 constexpr std::size_t kInboxLimit = 10000;
 constexpr qint64 kLeaveUs = 50000; // Two periods of a slow MIDI server.
-// What is sent after a JACK server's death piles up in the library, which hangs at about two
-// thousand notes.
-constexpr int kProbeMessages = 500;
-constexpr qint64 kProbeUs = 1000000;
 
 QStringList portNames(RtMidi& lister)
 {
@@ -79,12 +75,12 @@ bool MidiPorts::open()
 
 bool MidiPorts::openWith(RtMidi::Api api)
 {
+    JackWatch::requireAnswer();
     input = std::make_unique<RtMidiIn>(api, kMmcClient, kQueueLimit);
     Output& daw = outputs.at(DawNotes);
     Output& footSwitch = outputs.at(FootSwitch);
     daw.port = std::make_unique<RtMidiOut>(api, kDawClient);
     footSwitch.port = std::make_unique<RtMidiOut>(api, kFootSwitchClient);
-    probe = std::make_unique<RtMidiOut>(api, kProbe);
 
     // MMC is System Exclusive, which the library drops by default.
     input->ignoreTypes(false, true, true);
@@ -92,6 +88,7 @@ bool MidiPorts::openWith(RtMidi::Api api)
     inputPortName = openVirtual(*input, kMmcClient, kMmcPort, *daw.port);
     daw.name = openVirtual(*daw.port, kDawClient, kNotesPort, *input);
     footSwitch.name = openVirtual(*footSwitch.port, kFootSwitchClient, kNotesPort, *input);
+    watch = JackWatch::ofProcess(api);
     return !inputPortName.isEmpty() && !daw.name.isEmpty() && !footSwitch.name.isEmpty();
 }
 
@@ -103,20 +100,24 @@ void MidiPorts::close()
     }
     // All objects go before a new one is made: the JACK library does not survive a new client
     // beside those of a server that died.
-    probe.reset();
-    input.reset();
+    letGo(std::move(input));
     for (Output& output : outputs) {
-        output = {};
+        letGo(std::move(output.port));
+        output.name.clear();
     }
+    watch.reset();
     inputPortName.clear();
-    serverLost = false;
-    sentSinceProbe = 0;
-    probedUs = 0;
+}
+
+bool MidiPorts::isOpen() const
+{
+    return input && (!watch || watch->isServerAlive());
 }
 
 bool MidiPorts::send(Out out, const std::vector<unsigned char>& bytes)
 {
-    if (!isOpen() || !isServerThere()) {
+    // The library would hang on a JACK server that takes nothing.
+    if (!isOpen() || (watch && watch->standsStill())) {
         return false;
     }
     try {
@@ -125,26 +126,7 @@ bool MidiPorts::send(Out out, const std::vector<unsigned char>& bytes)
         return false;
     }
     sentUs = monotonicUs();
-    ++sentSinceProbe;
     return true;
-}
-
-// The library never says that the MIDI server has died. Registering a port does: it fails then.
-bool MidiPorts::isServerThere()
-{
-    const qint64 nowUs = monotonicUs();
-    if (sentSinceProbe < kProbeMessages && nowUs - probedUs < kProbeUs) {
-        return true;
-    }
-    probedUs = nowUs;
-    sentSinceProbe = 0;
-    try {
-        probe->openVirtualPort(kProbe);
-        probe->closePort();
-    } catch (const RtMidiError&) {
-        serverLost = true;
-    }
-    return !serverLost;
 }
 
 MidiPorts::Inbox MidiPorts::takeInbox()

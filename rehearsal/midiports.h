@@ -11,6 +11,8 @@
 
 #include <RtMidi.h>
 
+class JackWatch;
+
 // The MIDI ports of the stand-in workstation and its foot switch, all virtual: one input that takes
 // MMC, one output for the workstation's notes, one for the foot switch. Their names are the same
 // every run, because each port has a client of its own (two clients of one name would be numbered
@@ -46,7 +48,7 @@ public:
     bool open();
     // Gives what was sent last the time it takes to leave.
     void close();
-    [[nodiscard]] bool isOpen() const { return input != nullptr && !serverLost; }
+    [[nodiscard]] bool isOpen() const;
 
     // As other programs see them while the ports are open; the numbers that ALSA appends, and that
     // a JACK server gives a second rehearsal, are part of it.
@@ -72,7 +74,6 @@ private:
 
     static void callback(double, std::vector<unsigned char>* bytes, void* ports);
     bool openWith(RtMidi::Api api);
-    bool isServerThere();
 
     std::mutex inboxLock;
     Inbox inbox;
@@ -80,9 +81,6 @@ private:
     std::unique_ptr<RtMidiIn> input;
     QString inputPortName;
     std::array<Output, 2> outputs;
-    std::unique_ptr<RtMidiOut> probe; // See isServerThere().
-    bool serverLost = false;
-    qint64 probedUs = 0;
-    int sentSinceProbe = 0;
+    std::shared_ptr<JackWatch> watch; // Over JACK only.
     qint64 sentUs = 0;
 };

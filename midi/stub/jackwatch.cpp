@@ -7,13 +7,32 @@ std::shared_ptr<JackWatch> JackWatch::ofProcess(RtMidi::Api)
     return nullptr;
 }
 
+std::shared_ptr<JackWatch> JackWatch::ofProcessIfAny(RtMidi::Api)
+{
+    return nullptr;
+}
+
 JackWatch::~JackWatch() = default;
+
+bool JackWatch::standsStill()
+{
+    return false;
+}
 
 bool JackWatch::waitForPeriods(std::uint32_t, std::uint32_t) const
 {
     return true;
 }
 
-void JackWatch::awaitQuietGraph() const
+bool JackWatch::awaitQuietGraph()
+{
+    return true;
+}
+
+void JackWatch::keep(std::shared_ptr<JackWatch>, std::shared_ptr<void>)
+{
+}
+
+void JackWatch::requireAnswer()
 {
 }

@@ -4,6 +4,7 @@
 #include "jackwatch.h"
 
 #include <QString>
+#include <QTest>
 
 #include <RtMidi.h>
 
@@ -69,12 +70,9 @@ void openByName(OutPort& out, const QString& name)
     out.openPort(static_cast<unsigned int>(out.getPorts().indexOf(name)));
 }
 
-// Waits for two cycles of the server: a connection just made carries messages from then on.
+// Waits for two periods of the server: a connection just made carries messages from then on.
 inline void settle()
 {
-    RtMidiOut out(RtMidi::UNIX_JACK, "velt settle");
-    for (int i = 0; i < 2; ++i) {
-        out.openVirtualPort("out");
-        out.closePort(); // Which waits for a cycle.
-    }
+    const auto watch = JackWatch::ofProcess(RtMidi::UNIX_JACK);
+    QVERIFY(watch && watch->waitForPeriods(watch->periods(), 2));
 }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "jackwatch.h"
 #include "modalscript.h"
 #include "operatorfixture.h"
 #include "qmidiin.h"
@@ -31,19 +32,26 @@ EditData liveData()
 class Pads
 {
 public:
-    Pads() : port(RtMidi::UNIX_JACK, "Pads") { port.openVirtualPort("notes"); }
+    Pads() : port(std::make_unique<RtMidiOut>(RtMidi::UNIX_JACK, "Pads"))
+    {
+        port->openVirtualPort("notes");
+        watch = JackWatch::ofProcess(RtMidi::UNIX_JACK);
+    }
+    ~Pads() { letGo(std::move(port)); }
+    Q_DISABLE_COPY_MOVE(Pads)
 
     void noteOn(int note, int velocity = 100)
     {
         const std::vector<unsigned char> bytes{0x90, static_cast<unsigned char>(note),
                                                static_cast<unsigned char>(velocity)};
-        port.sendMessage(&bytes);
+        port->sendMessage(&bytes);
     }
 
     static QString name() { return "Pads:notes"; }
 
 private:
-    RtMidiOut port;
+    std::unique_ptr<RtMidiOut> port;
+    std::shared_ptr<JackWatch> watch;
 };
 
 qint64 residentKb()

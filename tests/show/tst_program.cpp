@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "editdata.h"
+#include "qmidiin.h"
+#include "qmidiout.h"
 #include "servers.h"
 #include "testcase.h"
 #include "windowmanager.h"
@@ -24,6 +26,7 @@ private slots:
     void geometryIsKept_data();
     void geometryIsKept();
     void startsWithoutMidiServer();
+    void endsBesideAMidiServerThatStandsStill();
     void unwritableConfiguration();
     void killed();
     void noDisplay();
@@ -31,6 +34,7 @@ private slots:
 
 private:
     void start();
+    void writePorts(const QString& input, const QString& output);
     QString window(); // Waits for it; its X id.
     QRect geometryOnScreen();
     void closeWindow();
@@ -164,14 +168,18 @@ void TestProgram::geometryIsKept()
     closeWindow();
 }
 
-void TestProgram::startsWithoutMidiServer()
+void TestProgram::writePorts(const QString& input, const QString& output)
 {
     QDir().mkpath(home->filePath("VELT"));
-    {
-        EditData data;
-        data.MidiInPort = data.ShortcutMidiInPort = data.MidiOutPort = "Gone:port";
-        data.writePreference(file("VELTPreference.ini"));
-    }
+    EditData data;
+    data.MidiInPort = data.ShortcutMidiInPort = input;
+    data.MidiOutPort = output;
+    data.writePreference(file("VELTPreference.ini"));
+}
+
+void TestProgram::startsWithoutMidiServer()
+{
+    writePorts("Gone:port", "Gone:port");
     QElapsedTimer timer;
     timer.start();
     start();
@@ -179,6 +187,31 @@ void TestProgram::startsWithoutMidiServer()
     QVERIFY(timer.elapsed() < 5000);
     closeWindow();
     QCOMPARE(program->exitCode(), 0);
+}
+
+void TestProgram::endsBesideAMidiServerThatStandsStill()
+{
+    JackServer jack;
+    if (!jack.isRunning()) {
+        QSKIP(qPrintable(jack.why()));
+    }
+    environment.insert("JACK_DEFAULT_SERVER", qEnvironmentVariable("JACK_DEFAULT_SERVER"));
+    QMidiOut source;
+    source.openVirtualPort("source");
+    QMidiIn sink;
+    sink.openVirtualPort("sink");
+    writePorts(sink.getPorts().value(0), source.getPorts().value(0));
+    start();
+    window(); // Which comes after the ports.
+    jack.suspend(true);
+    QElapsedTimer timer;
+    timer.start();
+    closeWindow();
+    QVERIFY(timer.elapsed() < 5000);
+    QCOMPARE(program->exitStatus(), QProcess::NormalExit);
+    QCOMPARE(program->exitCode(), 0);
+    QVERIFY(QFile::exists(file("DispStatus.ini")));
+    jack.suspend(false);
 }
 
 void TestProgram::unwritableConfiguration()

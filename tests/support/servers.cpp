@@ -42,6 +42,7 @@ void Server::stop()
     if (!isRunning()) {
         return;
     }
+    suspend(false);
     process.terminate();
     if (!process.waitForFinished(5000)) {
         kill();
@@ -52,6 +53,13 @@ void Server::kill()
 {
     process.kill();
     process.waitForFinished();
+}
+
+void Server::suspend(bool stopped)
+{
+    if (isRunning()) {
+        ::kill(static_cast<pid_t>(process.processId()), stopped ? SIGSTOP : SIGCONT);
+    }
 }
 
 JackServer::JackServer() : name(QStringLiteral("velt%1").arg(QCoreApplication::applicationPid()))
@@ -99,12 +107,5 @@ XServer::XServer(const QString& screen)
     if (start(QStringLiteral("Xvfb"), options.arg(screen).split(QLatin1Char(' ')),
               [this] { return process.canReadLine(); })) {
         displayName = QLatin1Char(':') + QString::fromLatin1(process.readLine().trimmed());
-    }
-}
-
-void XServer::suspend(bool stopped)
-{
-    if (isRunning()) {
-        ::kill(static_cast<pid_t>(process.processId()), stopped ? SIGSTOP : SIGCONT);
     }
 }

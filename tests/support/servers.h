@@ -20,7 +20,8 @@ public:
 
     bool isRunning() const { return process.state() == QProcess::Running; }
     QString why() const { return reason; }
-    void kill(); // As a crash would: SIGKILL.
+    void kill();                // As a crash would: SIGKILL.
+    void suspend(bool stopped); // SIGSTOP, SIGCONT.
 
 protected:
     Server() = default;
@@ -58,10 +59,8 @@ class XServer : public Server
 {
 public:
     explicit XServer(const QString& screen = QStringLiteral("1280x1024x24"));
-    ~XServer() { suspend(false); }
 
     QString display() const { return displayName; } // Such as ":99".
-    void suspend(bool stopped);                     // SIGSTOP, SIGCONT.
 
 private:
     QString displayName;
