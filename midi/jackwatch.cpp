@@ -56,13 +56,11 @@ std::shared_ptr<JackWatch> JackWatch::ofProcess(RtMidi::Api api)
 {
     std::shared_ptr<JackWatch> watch = ofProcessIfAny(api);
     if (!watch && api == RtMidi::UNIX_JACK) {
-        if (jack_client_t* client = jack_client_open(kClientName, JackNoStartServer, nullptr)) {
-            watch.reset(new JackWatch(client));
-            if (jack_activate(client) != 0) {
-                return nullptr;
-            }
-            current() = watch;
+        watch.reset(new JackWatch);
+        if (!watch->isActive) {
+            return nullptr;
         }
+        current() = watch;
     }
     return watch;
 }
@@ -72,8 +70,11 @@ std::shared_ptr<JackWatch> JackWatch::ofProcessIfAny(RtMidi::Api api)
     return api == RtMidi::UNIX_JACK ? current().lock() : nullptr;
 }
 
-JackWatch::JackWatch(_jack_client* ofServer) : client(ofServer)
+JackWatch::JackWatch() : client(jack_client_open(kClientName, JackNoStartServer, nullptr))
 {
+    if (!client) {
+        return;
+    }
     jack_set_process_callback(
         client,
         [](jack_nframes_t, void* self) {
@@ -90,11 +91,14 @@ JackWatch::JackWatch(_jack_client* ofServer) : client(ofServer)
         this);
     jack_on_shutdown(
         client, [](void* self) { static_cast<JackWatch*>(self)->serverAlive = false; }, this);
+    isActive = jack_activate(client) == 0;
 }
 
 JackWatch::~JackWatch()
 {
-    jack_client_close(client);
+    if (client) {
+        jack_client_close(client);
+    }
 }
 
 void JackWatch::periodBegins()

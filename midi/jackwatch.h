@@ -56,18 +56,19 @@ public:
     static void requireAnswer();
 
 private:
-    explicit JackWatch(_jack_client* ofServer);
+    JackWatch();
     void periodBegins();
     [[nodiscard]] bool hasRunLately() const;
 
     using Clock = std::chrono::steady_clock;
 
-    _jack_client* client;
     std::atomic<bool> serverAlive{true};
     std::atomic<std::uint32_t> periodCount{0};
     std::atomic<std::uint32_t> changedAt{0};
     std::atomic<Clock::rep> lastPeriod{Clock::now().time_since_epoch().count()};
     bool isKnownToStandStill = false;
+    _jack_client* client; // Made last: its threads use what is above.
+    bool isActive = false;
 };
 
 // Surrounds what unregisters a port. After each change of the graph the server has every client

@@ -28,9 +28,26 @@ void writeTrace(double stampSeconds, const std::vector<unsigned char>& bytes)
     std::cout << "stamp = " << stampSeconds << '\n' << std::flush;
 }
 
-// Owns a message; posted to the message itself, it frees it on the message's thread, behind all
-// that was posted there before. (A queued functor would not do: the thread that posts it holds on
-// to it for a moment longer, and could be the last to let go.)
+// Posted to a message, writes its trace on the message's thread, in turn with all that is posted
+// there.
+class TraceOfMessage : public QEvent
+{
+public:
+    TraceOfMessage(double stampSeconds, std::vector<unsigned char> traced)
+        : QEvent(User), stamp(stampSeconds), bytes(std::move(traced))
+    {
+    }
+    ~TraceOfMessage() override { writeTrace(stamp, bytes); }
+    Q_DISABLE_COPY_MOVE(TraceOfMessage)
+
+private:
+    double stamp;
+    std::vector<unsigned char> bytes;
+};
+
+// Owns a message; posted to the message itself, it frees it behind all that was posted there
+// before. (A queued functor would not do: the thread that posts it holds on to it for a moment
+// longer, and could be the last to let go.)
 class EndOfMessage : public QEvent
 {
 public:
@@ -132,8 +149,7 @@ void QMidiIn::callback(double timeStamp, std::vector<unsigned char>* bytes, void
     // Three events for the port's thread, in this order: the trace, the delivery, the end. None is
     // the port's own, so that a port that goes away before they are handled takes nothing with it
     // that a receiver is still to get.
-    QMetaObject::invokeMethod(
-        message, [timeStamp, copy = *bytes] { writeTrace(timeStamp, copy); }, Qt::QueuedConnection);
+    QCoreApplication::postEvent(message, new TraceOfMessage(timeStamp, *bytes));
     self->onMidiMessageReceive(message);
     QCoreApplication::postEvent(message, new EndOfMessage(std::move(owner)));
 }
