@@ -50,14 +50,15 @@ QString harmlessFile(const QString& path, QTemporaryFile& copy)
     return copy.open() && writeAll(copy, *harmless) ? copy.fileName() : QString();
 }
 
-// A settings file has one line for each key, besides the headers of its sections. Nothing if the
-// file cannot be read. Takes no room on the heap, which is torn when a large file has been written.
+// A settings file has one line for each key, besides the headers of its sections.
 struct KeyLines
 {
     int count = 0;
     bool isLastWhole = true;
 };
 
+// Nothing if the file cannot be read. In pieces on the stack: at a large block, the heap puts
+// together all that the settings class has freed.
 std::optional<KeyLines> keyLines(const QString& path)
 {
     QFile file(path);
