@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The floor of a start: a window with the operator window's widgets, which looks like it and lists
-// the same show, three MIDI connections, and the same files parsed; by the libraries alone.
+// the same show, three MIDI connections, with their ports open where the preferences name them, and
+// the same files parsed; by the libraries alone.
 #include <QApplication>
 #include <QComboBox>
 #include <QGroupBox>
@@ -90,6 +91,21 @@ QWidget* setListTable(const QSettings& file)
     return table;
 }
 
+// Opens the port of that name. False if there is none.
+bool open(RtMidi& port, const QString& name)
+{
+    if (name.isEmpty()) {
+        return true;
+    }
+    for (unsigned int i = 0; i < port.getPortCount(); ++i) {
+        if (port.getPortName(i) == name.toStdString()) {
+            port.openPort(i);
+            return true;
+        }
+    }
+    return false;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -100,13 +116,18 @@ int main(int argc, char** argv)
     const QApplication application(argc, argv);
     QApplication::setApplicationName("VELT");
 
-    const RtMidiIn dawIn(RtMidi::UNIX_JACK);
-    const RtMidiIn controllerIn(RtMidi::UNIX_JACK);
-    const RtMidiOut dawOut(RtMidi::UNIX_JACK);
+    RtMidiIn dawIn(RtMidi::UNIX_JACK);
+    RtMidiIn controllerIn(RtMidi::UNIX_JACK);
+    RtMidiOut dawOut(RtMidi::UNIX_JACK);
     const QSettings shows(pathOf("VELTSetting.ini"), QSettings::IniFormat);
     const QSettings preferences(pathOf("VELTPreference.ini"), QSettings::IniFormat);
     if (shows.allKeys().isEmpty() || preferences.allKeys().isEmpty()) {
         return 1; // A floor that parses nothing would be no floor.
+    }
+    if (!open(dawIn, preferences.value("MidiInPort").toString()) ||
+        !open(controllerIn, preferences.value("ShortcutMidiInPort").toString()) ||
+        !open(dawOut, preferences.value("MidiOutPort").toString())) {
+        return 1;
     }
 
     QMainWindow window;

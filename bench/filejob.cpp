@@ -13,8 +13,6 @@
 
 namespace {
 
-constexpr int kLargeBytes = 1 << 20;
-
 void setSongs(QSettings& file, const std::vector<EditDataSong>& songs)
 {
     int n = 0;
@@ -56,13 +54,6 @@ void setShows(QSettings& file, const std::vector<EditDataShow>& shows)
     file.setValue("ShowDataNum", n);
 }
 
-// What the settings class frees, the heap puts together at the next large allocation, of which the
-// program's writing has some.
-void allocateLarge()
-{
-    const QByteArray large(kLargeBytes, '\0');
-}
-
 double run(const QString& job, const QString& path, int entries)
 {
     EditData data;
@@ -81,7 +72,6 @@ double run(const QString& job, const QString& path, int entries)
         setSongs(file, data.SongList);
         setShows(file, data.ShowList);
         file.sync();
-        allocateLarge();
     });
 }
 

@@ -3,6 +3,7 @@
 // the floor is a process with a bare window.
 #include "benchmarks.h"
 #include "comparison.h"
+#include "midipeer.h"
 #include "shows.h"
 
 #include <QElapsedTimer>
@@ -157,15 +158,32 @@ struct Starts
     Comparison mb;
 };
 
-Starts measureStarts(const QString& midiServer)
+// What the program finds when it starts.
+struct Place
+{
+    std::string name; // Behind that of the measurement.
+    QString midiServer;
+    bool hasPorts = false; // And has chosen them: a DAW's output, for both inputs, and its input.
+    std::optional<Target> time;
+};
+
+Starts measureStarts(const Place& place)
 {
     const QTemporaryDir configHome;
     EditData data = showsOf(kEntries);
+    std::optional<PeerSource> source;
+    std::optional<PeerSink> sink;
+    if (place.hasPorts) {
+        source.emplace();
+        sink.emplace();
+        data.MidiInPort = data.ShortcutMidiInPort = PeerSource::port();
+        data.MidiOutPort = PeerSink::port();
+    }
     data.writeEdit(configHome.filePath("VELT/VELTSetting.ini"));
     data.writePreference(configHome.filePath("VELT/VELTPreference.ini"));
     auto environment = QProcessEnvironment::systemEnvironment();
     environment.insert("XDG_CONFIG_HOME", configHome.path());
-    environment.insert("JACK_DEFAULT_SERVER", midiServer);
+    environment.insert("JACK_DEFAULT_SERVER", place.midiServer);
     Starts starts;
     for (int i = 0; i < kStarts; ++i) {
         const Start ours = start(VELT_PROGRAM, environment);
@@ -179,18 +197,18 @@ Starts measureStarts(const QString& midiServer)
 }
 
 // Starts once for both lines of the table.
-void addStarts(const std::string& where, const QString& midiServer, std::optional<Target> time)
+void addStarts(const Place& place)
 {
     const auto starts = std::make_shared<std::optional<Starts>>();
     const auto measured = [=]() -> const Starts& {
         if (!*starts) {
-            *starts = measureStarts(midiServer);
+            *starts = measureStarts(place);
         }
         return **starts;
     };
-    add("start to first paint" + where + " (ms)",
-        [=](benchmark::State& state) { measured().ms.report(state, time); });
-    add("peak memory by then" + where + " (MB)",
+    add("start to first paint" + place.name + " (ms)",
+        [=](benchmark::State& state) { measured().ms.report(state, place.time); });
+    add("peak memory by then" + place.name + " (MB)",
         [=](benchmark::State& state) { measured().mb.report(state, kMemoryTarget); });
 }
 
@@ -198,6 +216,8 @@ void addStarts(const std::string& where, const QString& midiServer, std::optiona
 
 void addStartup()
 {
-    addStarts("", qEnvironmentVariable("JACK_DEFAULT_SERVER"), kTimeTarget);
-    addStarts(", no MIDI server", "none", std::nullopt);
+    const QString server = qEnvironmentVariable("JACK_DEFAULT_SERVER");
+    addStarts({"", server, false, kTimeTarget});
+    addStarts({", three ports open", server, true, kTimeTarget});
+    addStarts({", no MIDI server", "none", false, std::nullopt});
 }

@@ -9,9 +9,12 @@
 #include <QTemporaryFile>
 
 #include <algorithm>
+#include <array>
 #include <optional>
 
 namespace {
+
+constexpr std::size_t kPieceBytes = 1 << 16;
 
 // Nothing if the file cannot be read.
 std::optional<QByteArray> contents(const QString& path)
@@ -47,51 +50,65 @@ QString harmlessFile(const QString& path, QTemporaryFile& copy)
     return copy.open() && writeAll(copy, *harmless) ? copy.fileName() : QString();
 }
 
-// A settings file has one line for each key, besides the headers of its sections. Nothing if the
-// last line has no end.
-std::optional<int> keyLines(const QByteArray& written)
+// A settings file has one line for each key, besides the headers of its sections.
+struct KeyLines
 {
-    int lines = 0;
-    int end = 0;
-    for (int start = 0; start < written.size(); start = end + 1) {
-        end = written.indexOf('\n', start);
-        if (end < 0) {
-            return std::nullopt;
-        }
-        if (end > start && written.at(start) != '[') {
-            ++lines;
+    int count = 0;
+    bool isLastWhole = true;
+};
+
+// Nothing if the file cannot be read. In pieces on the stack: at a large block, the heap puts
+// together all that the settings class has freed.
+std::optional<KeyLines> keyLines(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+        return std::nullopt;
+    }
+    KeyLines lines;
+    std::array<char, kPieceBytes> piece;
+    for (qint64 size = 0; (size = file.read(piece.data(), piece.size())) > 0;) {
+        const char* const end = piece.data() + size;
+        for (const char* at = piece.data(); at != end;) {
+            if (lines.isLastWhole && *at != '\n' && *at != '[') {
+                ++lines.count;
+            }
+            at = std::find(at, end, '\n');
+            lines.isLastWhole = at != end;
+            at += lines.isLastWhole ? 1 : 0;
         }
     }
     return lines;
 }
 
 // True if all keys of a file are in it that has been written with so many keys.
-bool isComplete(const QByteArray& written, const QSettings& file, int keyCount)
+bool isComplete(const KeyLines& lines, const QSettings& file, int keyCount)
 {
-    const auto lines = keyLines(written);
-    if (!lines || *lines == keyCount) {
-        return lines.has_value();
+    if (!lines.isLastWhole || lines.count == keyCount) {
+        return lines.isLastWhole;
     }
     // There are keys from before. Such with a slash in front come from damaged files only, and may
     // share a line with the key that lacks it.
     const QStringList keys = file.allKeys();
-    return *lines >= std::count_if(keys.begin(), keys.end(), [](const QString& key) {
-        return !key.startsWith(QLatin1Char('/'));
-    });
+    return lines.count >= std::count_if(keys.begin(), keys.end(), [](const QString& key) {
+               return !key.startsWith(QLatin1Char('/'));
+           });
 }
 
 // When the disk gets full during the last piece of a file, the settings class takes that for a
-// success, and replaces the old file by a part of the new one. This puts back the old one, for
-// which there is room: it took that room until it was replaced.
-void undoPartialWrite(const QSettings& file, int keyCount, const std::optional<QByteArray>& old)
+// success, and replaces the old file by a part of the new one. This puts back the old one, which
+// stays on the disk while it is open; once it has been read and closed, there is room for it.
+void undoPartialWrite(const QSettings& file, int keyCount, QFile& old)
 {
     const QString path = file.fileName();
-    const auto written = contents(path);
+    const auto written = keyLines(path);
     if (!written || isComplete(*written, file, keyCount)) {
         return;
     }
-    if (old) {
-        replaceContents(path, *old);
+    if (old.isOpen()) {
+        const QByteArray content = old.readAll();
+        old.close();
+        replaceContents(path, content);
     } else {
         QFile::remove(path);
     }
@@ -109,13 +126,13 @@ void readSettingsFile(const QString& path, const std::function<void(QSettings&)>
 void writeSettingsFile(const QString& path, const std::function<void(SettingsWriter&)>& fill)
 {
     removeAbandonedLock(path);
-    auto old = contents(path);
-    if (const auto harmless = defuseSerialisedValues(old.value_or(QByteArray()))) {
+    if (const auto harmless = defuseSerialisedValues(contents(path).value_or(QByteArray()))) {
         if (!replaceContents(path, *harmless)) {
             return;
         }
-        old = harmless;
     }
+    QFile old(path);
+    old.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
     QSettings file(path, QSettings::IniFormat);
     // Values that cannot be written would stay in the settings class's cache, where the next
     // reading would take them for the file's, and write them.

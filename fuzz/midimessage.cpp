@@ -30,19 +30,33 @@ private:
     const std::uint8_t* end;
 };
 
-std::size_t lengthOf(QMidiStatus status, const Bytes& sysEx)
+unsigned char lowByte(std::uint32_t number)
 {
-    switch (status) {
+    return static_cast<unsigned char>(number % 256);
+}
+
+// The bytes that a message of the status has. Channels count from 1; of a number that does not fit
+// into its byte, the low bits count.
+Bytes encodingOf(const QMidiMessage& message)
+{
+    const unsigned char first = lowByte(message.getStatus() + message.getChannel() - 1);
+    switch (message.getStatus()) {
     case MIDI_NOTE_OFF:
     case MIDI_NOTE_ON:
+        return {first, lowByte(message.getPitch()), lowByte(message.getVelocity())};
     case MIDI_CONTROL_CHANGE:
-        return 3;
+        return {first, lowByte(message.getControl()), lowByte(message.getValue())};
     case MIDI_PROGRAM_CHANGE:
-        return 2;
-    case MIDI_SYSEX:
-        return sysEx.empty() ? 0 : sysEx.size() + (sysEx.back() == 0xF7 ? 0 : 1);
+        return {first, lowByte(message.getValue())};
+    case MIDI_SYSEX: {
+        Bytes whole = message.getSysExData();
+        if (!whole.empty() && whole.back() != 0xF7) {
+            whole.push_back(0xF7);
+        }
+        return whole;
+    }
     default:
-        return 0;
+        return {};
     }
 }
 
@@ -63,7 +77,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size)
     const QMidiMessage unencoded(message);
 
     const Bytes encoded = message.getRawMessage();
-    check(encoded.size() == lengthOf(message.getStatus(), rest), "the length is the status's");
+    check(encoded == encodingOf(message), "the bytes are those of the status and the fields");
     check(QMidiMessage(unencoded).getRawMessage() == encoded, "a copy encodes to the same");
     if (!encoded.empty()) {
         message.setPitch(message.getPitch() + 1)->setValue(message.getValue() + 1);

@@ -91,6 +91,7 @@ private slots:
     {
         TestCase::init();
         if (QStandardPaths::findExecutable("xdotool").isEmpty()) {
+            failIfServersAreNeeded("xdotool is not installed");
             QSKIP("xdotool is not installed");
         }
         qputenv("JACK_DEFAULT_SERVER", "no-such-server");

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "windowmanager.h"
 
+#include "servers.h"
 #include "x11connection.h"
 
 #include <QTest>
@@ -31,6 +32,9 @@ WindowManager::WindowManager(bool isWanted)
     if (!isMissing) {
         X11Connection server;
         isMissing = !QTest::qWaitFor([&server] { return isManaged(server); }, 10000);
+    }
+    if (isMissing) {
+        failIfServersAreNeeded("openbox does not manage windows");
     }
 }
 

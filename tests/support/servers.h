@@ -5,6 +5,10 @@
 
 #include <functional>
 
+// Ends the test program as failed, with the reason, where VELT_NEEDS_SERVERS is set: there, a check
+// that is skipped for want of a server must not pass for done.
+void failIfServersAreNeeded(const QString& whyThereIsNone);
+
 // Ends with the test program, even if that crashes.
 class ServerProcess : public QProcess
 {
@@ -12,7 +16,8 @@ class ServerProcess : public QProcess
 };
 
 // Real servers for tests, each started by the object and gone with it. Where the program of a
-// server is not installed, isRunning() stays false and why() says so; a test then skips.
+// server is not installed, isRunning() stays false and why() says so; a test then skips,
+// or fails where servers are needed.
 class Server
 {
 public:
