@@ -140,9 +140,10 @@ void Velt::typeCue(int row, const QString& text)
 void Velt::typeCueAndDie(int row, const QString& text, const Home& home, int afterUs)
 {
     enterCue(row, text);
+    const QString lock = home.setList() + QStringLiteral(".lock"); // There while it saves.
+    QFile::remove(lock); // That of the last one that died.
     QProcess key;
     key.start(QStringLiteral("xdotool"), {QStringLiteral("key"), QStringLiteral("Return")});
-    const QString lock = home.setList() + QStringLiteral(".lock"); // There while it saves.
     const QDeadlineTimer end(kPatienceMs);
     while (!QFile::exists(lock) && !end.hasExpired()) {
     }
