@@ -171,11 +171,11 @@ Starts measureStarts(const Place& place)
 {
     const QTemporaryDir configHome;
     EditData data = showsOf(kEntries);
-    std::optional<PeerSource> source;
-    std::optional<PeerSink> sink;
+    std::unique_ptr<PeerSource> source;
+    std::unique_ptr<PeerSink> sink;
     if (place.hasPorts) {
-        source.emplace();
-        sink.emplace();
+        source = std::make_unique<PeerSource>();
+        sink = std::make_unique<PeerSink>();
         data.MidiInPort = data.ShortcutMidiInPort = PeerSource::port();
         data.MidiOutPort = PeerSink::port();
     }

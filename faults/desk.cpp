@@ -3,8 +3,11 @@
 
 #include "report.h"
 
+#include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QTest>
+
+#include <thread>
 
 namespace {
 
@@ -119,14 +122,36 @@ void Velt::select(int row)
     clickAt(window, cell(row, kTitleX));
 }
 
-void Velt::typeCue(int row, const QString& text)
+void Velt::enterCue(int row, const QString& text)
 {
     clickAt(window, cell(row, kCueX));
     answers();
     xdotool({QStringLiteral("type"), text});
     answers();
+}
+
+void Velt::typeCue(int row, const QString& text)
+{
+    enterCue(row, text);
     pressReturn();
     answers();
+}
+
+void Velt::typeCueAndDie(int row, const QString& text, const Home& home, int afterUs)
+{
+    enterCue(row, text);
+    const QString lock = home.setList() + QStringLiteral(".lock"); // There while it saves.
+    QFile::remove(lock); // That of the last one that died.
+    QProcess key;
+    key.start(QStringLiteral("xdotool"), {QStringLiteral("key"), QStringLiteral("Return")});
+    const QDeadlineTimer end(kPatienceMs);
+    while (!QFile::exists(lock) && !end.hasExpired()) {
+    }
+    require(!end.hasExpired(), QStringLiteral("no save began"));
+    std::this_thread::sleep_for(std::chrono::microseconds(afterUs));
+    process.kill();
+    process.waitForFinished();
+    key.waitForFinished();
 }
 
 qint64 Velt::confirmPreferences(const QStringList& keys, const QStringList& boxes)

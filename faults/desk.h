@@ -46,6 +46,8 @@ public:
     void click(Button button, int times = 1);
     void select(int row);
     void typeCue(int row, const QString& text);
+    // Types a cue, and kills the program so long after it began to save it.
+    void typeCueAndDie(int row, const QString& text, const Home& home, int afterUs);
     // Opens the preferences and presses OK, after the keys that are named and before the boxes that
     // must come then are confirmed. Milliseconds.
     qint64 confirmPreferences(const QStringList& keys = {}, const QStringList& boxes = {});
@@ -62,6 +64,7 @@ public:
 
 private:
     QStringList find(const QString& title);
+    void enterCue(int row, const QString& text);
 
     ServerProcess process;
     QTemporaryDir logs;

@@ -3,6 +3,8 @@
 #include "faults.h"
 #include "report.h"
 
+#include <QElapsedTimer>
+
 #include <sys/mount.h>
 
 namespace {
@@ -94,6 +96,50 @@ QString filesReplacedByDirectories(Desk& desk)
     });
 }
 
+// The file is the last one, or the one that was being saved, whole; and the next start waits for
+// nothing that was left.
+QString killedInSaves(Desk& desk)
+{
+    constexpr int kKills = 20;
+    constexpr int kStepUs = 500; // A save takes some milliseconds.
+    constexpr int kStartMs = 5000;
+    constexpr int kRow = 1;
+    const auto cue = [](int n) { return QStringLiteral("cue%1").arg(n, 3, 10, QLatin1Char('0')); };
+    desk.velt->typeCue(kRow, cue(0));
+    QByteArray last = bytesOf(desk.home.setList());
+    int lastCue = 0;
+    int saved = 0;
+    qint64 longestMs = 0;
+    require(last.count("Cue=cue000") == 1, QStringLiteral("the first cue is not in the file"));
+    for (int kill = 1; kill <= kKills; ++kill) {
+        desk.velt->typeCueAndDie(kRow, cue(kill), desk.home, (kill - 1) * kStepUs);
+        QByteArray next = last;
+        next.replace(cue(lastCue).toLatin1(), cue(kill).toLatin1());
+        const QByteArray found = bytesOf(desk.home.setList());
+        require(found == last || found == next,
+                QStringLiteral("the file is broken or lost after kill %1").arg(kill));
+        if (found == next) {
+            last = next;
+            lastCue = kill;
+            ++saved;
+        }
+        // For each client that was killed the server lets new ones wait, seconds at a time.
+        require(desk.jack.restart(), desk.jack.why());
+        QElapsedTimer start;
+        start.start();
+        desk.velt = std::make_unique<Velt>(desk.home);
+        longestMs = std::max(longestMs, start.elapsed());
+        require(longestMs < kStartMs, QStringLiteral("a start took %1 ms").arg(longestMs));
+    }
+    desk.reopenDawPorts();
+    desk.playOnAfterConfirming();
+    return QStringLiteral(
+               "%1 kills, %2 of them behind the save; longest start %3 ms; the show went on")
+        .arg(kKills)
+        .arg(saved)
+        .arg(longestMs);
+}
+
 // Two programs save into the same files; the one that saves last wins.
 QString twoInstances()
 {
@@ -141,6 +187,13 @@ void fileFaults(Report& report)
                  QStringLiteral("no message, VELT answers; the next save has all changes"), [] {
                      Desk desk;
                      return filesReplacedByDirectories(desk);
+                 });
+    report.fault(QStringLiteral("VELT killed 20 times while it saves a cue"),
+                 QStringLiteral("the set list is whole, with the cue or without; the next start "
+                                "takes under 5 s"),
+                 [] {
+                     Desk desk;
+                     return killedInSaves(desk);
                  });
     report.fault(QStringLiteral("two instances on the same files"),
                  QStringLiteral("both answer, the files are whole, the one that saves last wins"),

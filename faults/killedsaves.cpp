@@ -181,6 +181,9 @@ int main()
                                 "that was being saved, whole"),
                  [&] {
                      killDuringSaves(files, *progress, tally);
+                     require(
+                         tally.savesKilled >= kKills / 2,
+                         QStringLiteral("only %1 kills came during a save").arg(tally.savesKilled));
                      return QStringLiteral("%1 saves, %2 of them killed, none broken or lost; %3 "
                                            "temporary files left")
                          .arg(progress->saved.load())
