@@ -26,6 +26,9 @@ void JackGuard::portOpened()
 
 bool JackGuard::admit(std::size_t bytes)
 {
+    if (!watch->connectOnce()) {
+        return true;
+    }
     const std::size_t needed = bytes + kRingHeaderBytes;
     if (watch->isServerAlive() && !watch->standsStill() && awaitRoomFor(needed)) {
         isDropping = false;

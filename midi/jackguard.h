@@ -27,7 +27,7 @@ public:
     // To be called before each message of so many bytes: true if the ring will take it. False while
     // no periods pass, with a warning at the first message. Waits for a connection just made to
     // carry what is sent, and for the ring to empty: some periods, and at most two seconds if none
-    // pass, but not again until they do.
+    // pass, but not again until they do. Always true if the server takes no watch.
     [[nodiscard]] bool admit(std::size_t bytes);
 
 private:

@@ -3,15 +3,18 @@
 
 #include <QElapsedTimer>
 #include <QThread>
+#include <QTimer>
 
 #include <jack/jack.h>
 
+#include <utility>
 #include <vector>
 
 namespace {
 
 constexpr auto kClientName = "VELT watch";
 constexpr std::chrono::milliseconds kLately{500}; // Periods are shorter, 186 ms at most.
+constexpr int kConnectMs = 200;
 constexpr qint64 kStandsStillMs = 1000;
 constexpr qint64 kQuietMs = 300;
 constexpr std::uint32_t kQuietPeriods = 2;
@@ -57,10 +60,12 @@ std::shared_ptr<JackWatch> JackWatch::ofProcess(RtMidi::Api api)
     std::shared_ptr<JackWatch> watch = ofProcessIfAny(api);
     if (!watch && api == RtMidi::UNIX_JACK) {
         watch.reset(new JackWatch);
-        if (!watch->isActive) {
-            return nullptr;
-        }
         current() = watch;
+        QTimer::singleShot(kConnectMs, [made = current()] {
+            if (const auto still = made.lock()) {
+                still->connectOnce();
+            }
+        });
     }
     return watch;
 }
@@ -70,10 +75,14 @@ std::shared_ptr<JackWatch> JackWatch::ofProcessIfAny(RtMidi::Api api)
     return api == RtMidi::UNIX_JACK ? current().lock() : nullptr;
 }
 
-JackWatch::JackWatch() : client(jack_client_open(kClientName, JackNoStartServer, nullptr))
+bool JackWatch::connectOnce()
 {
+    if (std::exchange(hasTriedToConnect, true)) {
+        return client;
+    }
+    client = jack_client_open(kClientName, JackNoStartServer, nullptr);
     if (!client) {
-        return;
+        return false;
     }
     jack_set_process_callback(
         client,
@@ -91,7 +100,11 @@ JackWatch::JackWatch() : client(jack_client_open(kClientName, JackNoStartServer,
         this);
     jack_on_shutdown(
         client, [](void* self) { static_cast<JackWatch*>(self)->serverAlive = false; }, this);
-    isActive = jack_activate(client) == 0;
+    periodBegins();
+    if (jack_activate(client) != 0) {
+        jack_client_close(std::exchange(client, nullptr));
+    }
+    return client;
 }
 
 JackWatch::~JackWatch()
@@ -114,7 +127,7 @@ bool JackWatch::hasRunLately() const
 
 bool JackWatch::standsStill()
 {
-    if (hasRunLately()) {
+    if (!client || hasRunLately()) {
         isKnownToStandStill = false;
     } else if (!isKnownToStandStill) {
         isKnownToStandStill =
@@ -123,14 +136,20 @@ bool JackWatch::standsStill()
     return isKnownToStandStill && serverAlive;
 }
 
-bool JackWatch::waitForPeriods(std::uint32_t since, std::uint32_t count) const
+bool JackWatch::waitForPeriods(std::uint32_t since, std::uint32_t count)
 {
+    if (!connectOnce()) {
+        return true;
+    }
     const auto havePassed = [&] { return periods() - since >= count; };
     return waitUntil(kStandsStillMs, [&] { return havePassed() || !serverAlive; }) && havePassed();
 }
 
 bool JackWatch::awaitQuietGraph()
 {
+    if (!connectOnce()) {
+        return true;
+    }
     if (!standsStill() && !waitForPeriods(periods(), 1)) {
         isKnownToStandStill = true;
     }

@@ -20,10 +20,11 @@ struct _jack_client; // NOLINT(bugprone-reserved-identifier): JACK's own name of
 class JackWatch
 {
 public:
-    // The watch of this process, made where there is none yet. Null for every back end but JACK's,
-    // and if the server takes no more clients. To be called when a port of that back end has just
-    // been opened, and at no other time: a client must not be made while the server may be dead,
-    // see QMidiIn::dropBackEnd().
+    // The watch of this process, made where there is none yet. Null for every back end but JACK's.
+    // To be called when a port of that back end has just been opened, and at no other time: the
+    // client must not be made while the server may be dead, see QMidiIn::dropBackEnd(). It is made
+    // when it is first needed, and else by the event loop somewhat later, as it takes 20 ms that no
+    // window should wait for.
     static std::shared_ptr<JackWatch> ofProcess(RtMidi::Api api);
     // The same, but null where there is none yet.
     static std::shared_ptr<JackWatch> ofProcessIfAny(RtMidi::Api api);
@@ -31,6 +32,9 @@ public:
     JackWatch(const JackWatch&) = delete;
     JackWatch& operator=(const JackWatch&) = delete;
 
+    // Makes the client where that has not been tried. False if the server takes no more of them:
+    // then nothing is known, and the server is taken for one that runs.
+    bool connectOnce();
     // Falls when the server ends, and never rises again.
     [[nodiscard]] bool isServerAlive() const { return serverAlive; }
     // True if the server is there but has run no period for half a second, nor in the second that
@@ -41,7 +45,7 @@ public:
     [[nodiscard]] std::uint32_t periods() const { return periodCount; }
     // True as soon as the count is so many beyond an earlier one, false if it does not get there
     // within a second.
-    [[nodiscard]] bool waitForPeriods(std::uint32_t since, std::uint32_t count) const;
+    [[nodiscard]] bool waitForPeriods(std::uint32_t since, std::uint32_t count);
 
     // Waits for a period to begin, and then until there has been no change for two periods, 300 ms
     // at most. False if the server stands still.
@@ -56,7 +60,7 @@ public:
     static void requireAnswer();
 
 private:
-    JackWatch();
+    JackWatch() = default;
     void periodBegins();
     [[nodiscard]] bool hasRunLately() const;
 
@@ -67,8 +71,8 @@ private:
     std::atomic<std::uint32_t> changedAt{0};
     std::atomic<Clock::rep> lastPeriod{Clock::now().time_since_epoch().count()};
     bool isKnownToStandStill = false;
-    _jack_client* client; // Made last: its threads use what is above.
-    bool isActive = false;
+    bool hasTriedToConnect = false;
+    _jack_client* client = nullptr; // Active, or null.
 };
 
 // Surrounds what unregisters a port. After each change of the graph the server has every client

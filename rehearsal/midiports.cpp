@@ -89,6 +89,9 @@ bool MidiPorts::openWith(RtMidi::Api api)
     daw.name = openVirtual(*daw.port, kDawClient, kNotesPort, *input);
     footSwitch.name = openVirtual(*footSwitch.port, kFootSwitchClient, kNotesPort, *input);
     watch = JackWatch::ofProcess(api);
+    if (watch) {
+        watch->connectOnce();
+    }
     return !inputPortName.isEmpty() && !daw.name.isEmpty() && !footSwitch.name.isEmpty();
 }
 

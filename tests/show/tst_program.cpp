@@ -202,7 +202,8 @@ void TestProgram::endsBesideAMidiServerThatStandsStill()
     sink.openVirtualPort("sink");
     writePorts(sink.getPorts().value(0), source.getPorts().value(0));
     start();
-    window(); // Which comes after the ports.
+    window();          // Which comes after the ports,
+    QTest::qWait(500); // and the look-out for the server shortly after it.
     jack.suspend(true);
     QElapsedTimer timer;
     timer.start();
