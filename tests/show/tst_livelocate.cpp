@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "jackwatch.h"
 #include "modalscript.h"
 #include "operatorfixture.h"
 #include "qmidiin.h"
@@ -318,6 +319,8 @@ void TestLiveLocate::dawThatReadsNothing()
     StandIn daw("Pro Tools");
     QVERIFY(daw.isReady());
     Operator op(liveData(1));
+    // The server takes no further client while one of them stands still.
+    QVERIFY(JackWatch::ofProcess(RtMidi::UNIX_JACK)->connectOnce());
     daw.suspend(true);
     QElapsedTimer timer;
     timer.start();
