@@ -12,6 +12,7 @@ namespace {
 constexpr std::size_t kRingBudgetBytes = 4096; // A quarter of the library's ring.
 constexpr std::size_t kRingHeaderBytes = sizeof(int);
 constexpr std::uint32_t kPeriodsToEmpty = 2; // One may be under way.
+constexpr std::chrono::milliseconds kPatience{1500};
 
 } // namespace
 
@@ -26,11 +27,11 @@ void JackGuard::portOpened()
 
 bool JackGuard::admit(std::size_t bytes)
 {
-    if (!watch->connectOnce()) {
+    if (!watch->isConnected()) {
         return true;
     }
     const std::size_t needed = bytes + kRingHeaderBytes;
-    if (watch->isServerAlive() && !watch->standsStill() && awaitRoomFor(needed)) {
+    if (watch->isServerAlive() && !watch->standsStill(kPatience) && awaitRoomFor(needed)) {
         isDropping = false;
         sentSinceMark += needed;
         return true;

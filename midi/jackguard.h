@@ -12,8 +12,8 @@ class JackWatch;
 // server that has died or stands still: messages pile up, the DAW gets them whenever the server
 // goes on, and the one that does not fit makes the library spin for ever.
 //
-// The guard therefore lets nothing through to a server that has stood still for half a second, and
-// no more into the ring than fits without periods passing.
+// The guard therefore lets nothing through to a server that stands still, and no more into the ring
+// than fits without periods passing.
 //
 // Used by QMidiOut, from its thread only.
 class JackGuard
@@ -26,8 +26,8 @@ public:
 
     // To be called before each message of so many bytes: true if the ring will take it. False while
     // no periods pass, with a warning at the first message. Waits for a connection just made to
-    // carry what is sent, and for the ring to empty: some periods, and at most two seconds if none
-    // pass, but not again until they do. Always true if the server takes no watch.
+    // carry what is sent, and for the ring to empty: some periods, and at most 1.5 s if none pass,
+    // but not again until they do. Always true if the server takes no watch.
     [[nodiscard]] bool admit(std::size_t bytes);
 
 private:

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "jackwatch.h"
 
-#include <QElapsedTimer>
+#include <QDeadlineTimer>
 #include <QThread>
-#include <QTimer>
 
 #include <jack/jack.h>
 
@@ -14,24 +13,17 @@ namespace {
 
 constexpr auto kClientName = "VELT watch";
 constexpr std::chrono::milliseconds kLately{500}; // Periods are shorter, 186 ms at most.
-constexpr int kConnectMs = 200;
-constexpr qint64 kStandsStillMs = 1000;
-constexpr qint64 kQuietMs = 300;
+constexpr std::chrono::milliseconds kPeriodsTimeout{1000};
+constexpr std::chrono::milliseconds kQuietTimeout{300};
 constexpr std::uint32_t kQuietPeriods = 2;
 
-// False if it did not come true in time. A period is some milliseconds.
+// A period is some milliseconds.
 template <class Condition>
-bool waitUntil(qint64 timeoutMs, Condition condition)
+void waitUntil(std::chrono::milliseconds timeout, Condition condition)
 {
-    QElapsedTimer waited;
-    waited.start();
-    while (!condition()) {
-        if (waited.hasExpired(timeoutMs)) {
-            return false;
-        }
+    for (const QDeadlineTimer end(timeout); !condition() && !end.hasExpired();) {
         QThread::msleep(1);
     }
-    return true;
 }
 
 std::weak_ptr<JackWatch>& current()
@@ -61,11 +53,6 @@ std::shared_ptr<JackWatch> JackWatch::ofProcess(RtMidi::Api api)
     if (!watch && api == RtMidi::UNIX_JACK) {
         watch.reset(new JackWatch);
         current() = watch;
-        QTimer::singleShot(kConnectMs, [made = current()] {
-            if (const auto still = made.lock()) {
-                still->connectOnce();
-            }
-        });
     }
     return watch;
 }
@@ -75,14 +62,15 @@ std::shared_ptr<JackWatch> JackWatch::ofProcessIfAny(RtMidi::Api api)
     return api == RtMidi::UNIX_JACK ? current().lock() : nullptr;
 }
 
-bool JackWatch::connectOnce()
+JackWatch::JackWatch() : connecting(std::async(std::launch::async, &JackWatch::connect, this))
 {
-    if (std::exchange(hasTriedToConnect, true)) {
-        return client;
-    }
+}
+
+void JackWatch::connect()
+{
     client = jack_client_open(kClientName, JackNoStartServer, nullptr);
     if (!client) {
-        return false;
+        return;
     }
     jack_set_process_callback(
         client,
@@ -104,12 +92,25 @@ bool JackWatch::connectOnce()
     if (jack_activate(client) != 0) {
         jack_client_close(std::exchange(client, nullptr));
     }
+}
+
+bool JackWatch::isConnecting() const
+{
+    return connecting.valid() &&
+           connecting.wait_for(std::chrono::seconds(0)) != std::future_status::ready;
+}
+
+bool JackWatch::isConnected()
+{
+    if (connecting.valid()) {
+        connecting.get();
+    }
     return client;
 }
 
 JackWatch::~JackWatch()
 {
-    if (client) {
+    if (isConnected()) {
         jack_client_close(client);
     }
 }
@@ -120,43 +121,45 @@ void JackWatch::periodBegins()
     lastPeriod = Clock::now().time_since_epoch().count();
 }
 
-bool JackWatch::hasRunLately() const
+std::chrono::milliseconds JackWatch::sinceLastPeriod() const
 {
-    return Clock::now() - Clock::time_point(Clock::duration(lastPeriod)) < kLately;
+    const Clock::time_point last{Clock::duration(lastPeriod)};
+    return std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - last);
 }
 
-bool JackWatch::standsStill()
+bool JackWatch::standsStill(std::chrono::milliseconds patience)
 {
-    if (!client || hasRunLately()) {
-        isKnownToStandStill = false;
-    } else if (!isKnownToStandStill) {
-        isKnownToStandStill =
-            !waitUntil(kStandsStillMs, [this] { return hasRunLately() || !serverAlive; });
+    if (isConnecting() || !isConnected()) {
+        return false;
     }
-    return isKnownToStandStill && serverAlive;
+    waitUntil(patience, [&] {
+        return !serverAlive || sinceLastPeriod() < kLately || sinceLastPeriod() >= patience;
+    });
+    return serverAlive && sinceLastPeriod() >= patience;
 }
 
 bool JackWatch::waitForPeriods(std::uint32_t since, std::uint32_t count)
 {
-    if (!connectOnce()) {
+    if (!isConnected()) {
         return true;
     }
     const auto havePassed = [&] { return periods() - since >= count; };
-    return waitUntil(kStandsStillMs, [&] { return havePassed() || !serverAlive; }) && havePassed();
+    waitUntil(kPeriodsTimeout, [&] { return havePassed() || !serverAlive; });
+    return havePassed();
 }
 
 bool JackWatch::awaitQuietGraph()
 {
-    if (!connectOnce()) {
+    if (!isConnected()) {
         return true;
     }
-    if (!standsStill() && !waitForPeriods(periods(), 1)) {
-        isKnownToStandStill = true;
-    }
-    if (standsStill()) {
+    const std::uint32_t now = periods();
+    waitUntil(kPatience,
+              [&] { return !serverAlive || periods() != now || sinceLastPeriod() >= kPatience; });
+    if (serverAlive && periods() == now) {
         return false;
     }
-    waitUntil(kQuietMs, [this] {
+    waitUntil(kQuietTimeout, [this] {
         const std::uint32_t since = changedAt; // Read first: the count is never behind it.
         return !serverAlive || periodCount - since >= kQuietPeriods;
     });
@@ -170,7 +173,7 @@ void JackWatch::keep(std::shared_ptr<JackWatch> watch, std::shared_ptr<void> bac
 
 void JackWatch::requireAnswer()
 {
-    if (const auto watch = current().lock(); watch && watch->standsStill()) {
+    if (const auto watch = current().lock(); watch && watch->standsStill(kPatience)) {
         throw RtMidiError("The JACK server does not answer.", RtMidiError::DRIVER_ERROR);
     }
     for (Kept& entry : kept()) {

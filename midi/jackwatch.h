@@ -6,6 +6,7 @@
 #include <atomic>
 #include <chrono>
 #include <cstdint>
+#include <future>
 #include <memory>
 #include <type_traits>
 #include <utility>
@@ -23,8 +24,7 @@ public:
     // The watch of this process, made where there is none yet. Null for every back end but JACK's.
     // To be called when a port of that back end has just been opened, and at no other time: the
     // client must not be made while the server may be dead, see QMidiIn::dropBackEnd(). It is made
-    // when it is first needed, and else by the event loop somewhat later, as it takes 20 ms that no
-    // window should wait for.
+    // at once, but on a thread of its own: it takes 20 ms that no window should wait for.
     static std::shared_ptr<JackWatch> ofProcess(RtMidi::Api api);
     // The same, but null where there is none yet.
     static std::shared_ptr<JackWatch> ofProcessIfAny(RtMidi::Api api);
@@ -32,15 +32,17 @@ public:
     JackWatch(const JackWatch&) = delete;
     JackWatch& operator=(const JackWatch&) = delete;
 
-    // Makes the client where that has not been tried. False if the server takes no more of them:
-    // then nothing is known, and the server is taken for one that runs.
-    bool connectOnce();
+    // Waits for the client. False if the server takes no more of them: then nothing is known, and
+    // the server is taken for one that runs.
+    bool isConnected();
     // Falls when the server ends, and never rises again.
     [[nodiscard]] bool isServerAlive() const { return serverAlive; }
-    // True if the server is there but has run no period for half a second, nor in the second that
-    // this then waits, once for each time that it stands still. Whatever is asked of such a server
-    // waits until it goes on, which may be never.
-    [[nodiscard]] bool standsStill();
+    // True if the server is there but has run no period for so long; waits until that is certain.
+    // Whatever is asked of such a server waits until it goes on, which may be never.
+    [[nodiscard]] bool standsStill(std::chrono::milliseconds patience);
+    // How long to wait for a server of which something must be asked. One in synchronous mode waits
+    // ten times its own timeout for each client that has died: 2 s each were seen.
+    static constexpr std::chrono::milliseconds kPatience{10000};
     // Counts up while the server runs, from any number; wraps around.
     [[nodiscard]] std::uint32_t periods() const { return periodCount; }
     // True as soon as the count is so many beyond an earlier one, false if it does not get there
@@ -60,9 +62,11 @@ public:
     static void requireAnswer();
 
 private:
-    JackWatch() = default;
+    JackWatch();
+    void connect();
+    [[nodiscard]] bool isConnecting() const;
     void periodBegins();
-    [[nodiscard]] bool hasRunLately() const;
+    [[nodiscard]] std::chrono::milliseconds sinceLastPeriod() const;
 
     using Clock = std::chrono::steady_clock;
 
@@ -70,9 +74,8 @@ private:
     std::atomic<std::uint32_t> periodCount{0};
     std::atomic<std::uint32_t> changedAt{0};
     std::atomic<Clock::rep> lastPeriod{Clock::now().time_since_epoch().count()};
-    bool isKnownToStandStill = false;
-    bool hasTriedToConnect = false;
-    _jack_client* client = nullptr; // Active, or null.
+    _jack_client* client = nullptr; // Active, or null. To be looked at when `connecting` is over.
+    std::future<void> connecting;
 };
 
 // Surrounds what unregisters a port. After each change of the graph the server has every client

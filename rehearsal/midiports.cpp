@@ -18,6 +18,7 @@ constexpr const char* kNotesPort = "notes";
 
 constexpr unsigned kQueueLimit = 100; // Unused by the library where a callback is set.
 constexpr std::size_t kInboxLimit = 10000;
+constexpr std::chrono::milliseconds kPatience{1500};
 constexpr qint64 kLeaveUs = 50000; // Two periods of a slow MIDI server.
 
 QStringList portNames(RtMidi& lister)
@@ -90,7 +91,7 @@ bool MidiPorts::openWith(RtMidi::Api api)
     footSwitch.name = openVirtual(*footSwitch.port, kFootSwitchClient, kNotesPort, *input);
     watch = JackWatch::ofProcess(api);
     if (watch) {
-        watch->connectOnce();
+        watch->isConnected(); // From here on it notices if the server goes.
     }
     return !inputPortName.isEmpty() && !daw.name.isEmpty() && !footSwitch.name.isEmpty();
 }
@@ -120,7 +121,7 @@ bool MidiPorts::isOpen() const
 bool MidiPorts::send(Out out, const std::vector<unsigned char>& bytes)
 {
     // The library would hang on a JACK server that takes nothing.
-    if (!isOpen() || (watch && watch->standsStill())) {
+    if (!isOpen() || (watch && watch->standsStill(kPatience))) {
         return false;
     }
     try {

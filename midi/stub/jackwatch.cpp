@@ -14,12 +14,12 @@ std::shared_ptr<JackWatch> JackWatch::ofProcessIfAny(RtMidi::Api)
 
 JackWatch::~JackWatch() = default;
 
-bool JackWatch::standsStill()
+bool JackWatch::standsStill(std::chrono::milliseconds)
 {
     return false;
 }
 
-bool JackWatch::connectOnce()
+bool JackWatch::isConnected()
 {
     return false;
 }

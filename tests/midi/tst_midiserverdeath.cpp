@@ -13,10 +13,10 @@ namespace {
 const Bytes kMmcStop{0xF0, 0x7F, 0x7F, 0x06, 0x01, 0xF7};
 const Bytes kMmcPlay{0xF0, 0x7F, 0x7F, 0x06, 0x02, 0xF7};
 
-// The library gives a dead server a second for each port.
+// The library gives a dead server a second for each port, and we ten to one that stands still.
 bool isBounded(const std::function<void()>& act)
 {
-    constexpr qint64 kBoundedMs = 5000;
+    constexpr qint64 kBoundedMs = 12000;
     QElapsedTimer timer;
     timer.start();
     act();

@@ -127,7 +127,7 @@ void TestProgram::closeWindow()
     event.data.data32[0] = atom("WM_DELETE_WINDOW");
     xcb_send_event(server, 0, id, 0, reinterpret_cast<const char*>(&event));
     xcb_flush(server);
-    QVERIFY(program->waitForFinished(10000));
+    QVERIFY(program->waitForFinished(20000));
 }
 
 void TestProgram::geometryIsKept_data()
@@ -208,7 +208,7 @@ void TestProgram::endsBesideAMidiServerThatStandsStill()
     QElapsedTimer timer;
     timer.start();
     closeWindow();
-    QVERIFY(timer.elapsed() < 5000);
+    QVERIFY(timer.elapsed() < 15000);
     QCOMPARE(program->exitStatus(), QProcess::NormalExit);
     QCOMPARE(program->exitCode(), 0);
     QVERIFY(QFile::exists(file("DispStatus.ini")));
