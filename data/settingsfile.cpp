@@ -107,8 +107,11 @@ void undoPartialWrite(const QSettings& file, int keyCount, QFile& old)
     }
     if (old.isOpen()) {
         const QByteArray content = old.readAll();
+        const bool isWhole = content.size() == old.size();
         old.close();
-        replaceContents(path, content);
+        if (isWhole) { // Nothing read is worse than a part of the new one.
+            replaceContents(path, content);
+        }
     } else {
         QFile::remove(path);
     }

@@ -101,7 +101,7 @@ QString filesReplacedByDirectories(Desk& desk)
 QString killedInSaves(Desk& desk)
 {
     constexpr int kKills = 20;
-    constexpr int kStepUs = 500; // A save takes some milliseconds.
+    constexpr int kStepUs = 100; // A save takes a millisecond or two.
     constexpr int kStartMs = 5000;
     constexpr int kRow = 1;
     const auto cue = [](int n) { return QStringLiteral("cue%1").arg(n, 3, 10, QLatin1Char('0')); };

@@ -106,6 +106,18 @@ private:
     bool isAnswered;
 };
 
+// Closes the port of a back end. False, and it is still open, if the server of the watch stands
+// still.
+template <class Port>
+bool closeQuietly(Port& backEnd, const std::shared_ptr<JackWatch>& watch)
+{
+    const QuietGraph quiet(watch);
+    if (quiet.serverAnswers()) {
+        backEnd.closePort();
+    }
+    return quiet.serverAnswers();
+}
+
 // The end of a back end, an RtMidiIn or RtMidiOut; null is allowed. One whose server stands still
 // would wait for it: that one falls silent and is kept.
 template <class Port>

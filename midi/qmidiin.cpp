@@ -101,15 +101,9 @@ void QMidiIn::openVirtualPort(const QString& name)
 
 void QMidiIn::closePort()
 {
-    if (!backEnd) {
-        return;
-    }
-    const QuietGraph quiet(watch);
-    if (!quiet.serverAnswers()) {
+    if (backEnd && !closeQuietly(*backEnd, watch)) {
         dropBackEnd();
-        return;
     }
-    backEnd->closePort();
 }
 
 bool QMidiIn::isPortOpen() const

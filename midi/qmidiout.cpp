@@ -59,16 +59,10 @@ void QMidiOut::openVirtualPort(const QString& name)
 
 void QMidiOut::closePort()
 {
-    if (!backEnd) {
-        return;
-    }
-    const QuietGraph quiet(watch);
-    if (!quiet.serverAnswers()) {
-        dropBackEnd();
-        return;
-    }
     hasVirtualPort = false;
-    backEnd->closePort();
+    if (backEnd && !closeQuietly(*backEnd, watch)) {
+        dropBackEnd();
+    }
 }
 
 bool QMidiOut::isPortOpen() const

@@ -186,10 +186,10 @@ void Soak::longShow()
 {
     constexpr int kModes = 4;
     constexpr int kRounds = 5; // The first ones warm everything up.
-    constexpr int kEnoughLocates = 500;
+    [[maybe_unused]] constexpr int kEnoughLocates = 500;
     const int locates = std::max(20, qEnvironmentVariableIntValue("VELT_SOAK_LOCATES"));
-    qint64 memory = 0;
-    qint64 heap = 0;
+    [[maybe_unused]] qint64 memory = 0;
+    [[maybe_unused]] qint64 heap = 0;
     int handles = 0;
     for (int round = 0; round < kRounds; ++round) {
         for (int mode = 0; mode < kModes; ++mode) {
