@@ -11,12 +11,8 @@
 
 #include <algorithm>
 
-namespace {
-
-constexpr int kNameColumn = 0; // A song's title or a space's name.
-constexpr int kCueColumn = 1;
-
-} // namespace
+using TableLook::kCueColumn;
+using TableLook::kTitleColumn;
 
 void EditDialog::on_pushSongInsert_clicked()
 {
@@ -51,7 +47,7 @@ void EditDialog::insertSongs()
         isChanged = true;
     }
     if (!chosen.empty()) {
-        ui->tableSetList->scrollToItem(ui->tableSetList->item(row - 1, kNameColumn));
+        ui->tableSetList->scrollToItem(ui->tableSetList->item(row - 1, kTitleColumn));
     }
     ui->listWidgetSong->clearSelection();
     ui->listWidgetSong->setFocus();
@@ -135,10 +131,10 @@ void EditDialog::moveSelectedEntries(int step, QPushButton* pressed)
             TableLook::insertEntry(table, row + step, (*currentSetList)[row + step]);
         }
         for (const int row : rows) {
-            table->setRangeSelected({row + step, kNameColumn, row + step, kCueColumn}, true);
+            table->setRangeSelected({row + step, kTitleColumn, row + step, kCueColumn}, true);
         }
         if (!rows.empty()) { // The foremost stays in view.
-            table->setCurrentCell(rows.front() + step, kNameColumn, QItemSelectionModel::NoUpdate);
+            table->setCurrentCell(rows.front() + step, kTitleColumn, QItemSelectionModel::NoUpdate);
         }
         isChanged = true;
     }
@@ -156,7 +152,7 @@ void EditDialog::on_tableSetList_cellChanged(int row, int column)
     const QScopedValueRollback<bool> updating(isUpdating, true);
     const QString text = ui->tableSetList->item(row, column)->text();
     EditDataSet& entry = (*currentSetList)[row];
-    if (column == kNameColumn && entry.SetType == kSetTypeSpace) {
+    if (column == kTitleColumn && entry.SetType == kSetTypeSpace) {
         entry.SpaceName = text;
     } else if (column == kCueColumn) {
         entry.Cue = text;

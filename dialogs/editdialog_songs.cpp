@@ -114,6 +114,7 @@ void showTitles(QListWidget* list, const std::vector<EditDataSong>& songs)
 
 void EditDialog::setUpSongListView()
 {
+    TableLook::stylePaper(ui->listWidgetSong);
     ui->listWidgetSong->setItemDelegate(new TitleDelegate(ui->listWidgetSong));
 }
 

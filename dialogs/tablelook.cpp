@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tablelook.h"
 
+#include "celldelegate.h"
 #include "editdata.h"
 
 #include <QPainter>
@@ -56,9 +57,20 @@ public:
 
 } // namespace
 
+void stylePaper(QWidget* widget)
+{
+    QPalette palette = widget->palette();
+    palette.setBrush(QPalette::All, QPalette::Base, Qt::white);
+    palette.setBrush(QPalette::All, QPalette::AlternateBase, Qt::white);
+    palette.setBrush(QPalette::All, QPalette::Text, Qt::black);
+    widget->setPalette(palette);
+}
+
 void styleTable(QTableWidget* table)
 {
     table->setStyle(new FlatStyle(table));
+    table->setItemDelegate(new CellDelegate(table));
+    stylePaper(table);
     QPalette palette = table->palette();
     palette.setBrush(QPalette::All, QPalette::Highlight, kSelectionBackground);
     palette.setBrush(QPalette::All, QPalette::HighlightedText, kSelectedText);
@@ -81,6 +93,10 @@ void insertRow(QTableWidget* table, int row)
 
 namespace {
 
+// What a title item knows of its entry.
+constexpr int kKindRole = Qt::UserRole;
+constexpr int kSongIdRole = Qt::UserRole + 1;
+
 QString titleOf(const EditDataSet& entry)
 {
     return entry.SetType == kSetTypeSpace ? entry.SpaceName : entry.Song.SongTitle;
@@ -93,6 +109,8 @@ void insertEntry(QTableWidget* table, int row, const EditDataSet& entry)
     const bool isSpace = entry.SetType == kSetTypeSpace;
     auto* title = new QTableWidgetItem(titleOf(entry));
     auto* cue = new QTableWidgetItem(entry.Cue);
+    title->setData(kKindRole, entry.SetType);
+    title->setData(kSongIdRole, entry.Song.Id);
     if (isSpace) {
         title->setTextAlignment(Qt::AlignHCenter | Qt::AlignVCenter);
         for (QTableWidgetItem* item : {title, cue}) {
@@ -103,20 +121,26 @@ void insertEntry(QTableWidget* table, int row, const EditDataSet& entry)
         title->setFlags(title->flags() & ~Qt::ItemIsEditable);
     }
     insertRow(table, row);
-    table->setItem(row, 0, title);
-    table->setItem(row, 1, cue);
+    table->setItem(row, kTitleColumn, title);
+    table->setItem(row, kCueColumn, cue);
+}
+
+bool isEntryOf(const QTableWidget* table, int row, const EditDataSet& entry)
+{
+    const QTableWidgetItem* title = table->item(row, kTitleColumn);
+    if (!title || title->data(kKindRole) != entry.SetType) {
+        return false;
+    }
+    return entry.SetType == kSetTypeSpace ? title->text() == entry.SpaceName
+                                          : title->data(kSongIdRole) == entry.Song.Id;
 }
 
 bool showsEntry(const QTableWidget* table, int row, const EditDataSet& entry)
 {
-    const QTableWidgetItem* title = table->item(row, 0);
-    const QTableWidgetItem* cue = table->item(row, 1);
-    if (!title || !cue) {
-        return false;
-    }
-    const bool isSpaceRow = title->flags().testFlag(Qt::ItemIsEditable);
-    return isSpaceRow == (entry.SetType == kSetTypeSpace) && title->text() == titleOf(entry) &&
-           cue->text() == entry.Cue;
+    const QTableWidgetItem* title = table->item(row, kTitleColumn);
+    const QTableWidgetItem* cue = table->item(row, kCueColumn);
+    return title && cue && title->data(kKindRole) == entry.SetType &&
+           title->text() == titleOf(entry) && cue->text() == entry.Cue;
 }
 
 UpdatesOff::UpdatesOff(QTableWidget* tableToChange) : table(tableToChange)

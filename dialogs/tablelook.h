@@ -12,12 +12,20 @@ namespace TableLook {
 
 constexpr int kRowHeight = 10; // Asked for; the style keeps rows as high as the text needs.
 
+// The columns of a table that shows a set list.
+constexpr int kTitleColumn = 0; // A song's title or a space's name.
+constexpr int kCueColumn = 1;
+
 extern const QColor kSelectionBackground; // #B4EFEF
 extern const QColor kSelectedText;        // #000000
 extern const QColor kSpaceBackground;     // #CDCDCD
 
-// The selection's colours on a table, in all states of the window, painted flat whatever the
-// desktop's style does with selections.
+// White paper with black text, whatever the desktop's colours are and in all states of the window,
+// so that the colours of rows can be read.
+void stylePaper(QWidget* widget);
+
+// Paper, with the selection's colours painted flat whatever the desktop's style does with
+// selections. Cells are edited by a CellDelegate.
 void styleTable(QTableWidget* table);
 
 // White on flat dark teal; sections do not follow the selection.
@@ -26,10 +34,12 @@ void styleHeader(QHeaderView* header);
 // Inserts an empty row of the standard height.
 void insertRow(QTableWidget* table, int row);
 
-// Inserts a row at `row` for one entry: title or space name in column 0, the cue in column 1. Song
-// titles cannot be edited in place; spaces are black on grey with a centred, editable name. The
-// items are default-styled otherwise.
+// Inserts a row at `row` for one entry. Song titles cannot be edited in place; spaces are black on
+// grey with a centred, editable name. The items are default-styled otherwise.
 void insertEntry(QTableWidget* table, int row, const EditDataSet& entry);
+
+// True if the row was inserted for this entry: same kind and song Id, or same space name.
+bool isEntryOf(const QTableWidget* table, int row, const EditDataSet& entry);
 
 // True if the row reads like the entry: same kind, same texts.
 bool showsEntry(const QTableWidget* table, int row, const EditDataSet& entry);

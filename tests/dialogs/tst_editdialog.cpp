@@ -119,6 +119,100 @@ private slots:
         }
     }
 
+    void tabGoesToTheNextCellThatCanBeEdited_data()
+    {
+        QTest::addColumn<QString>("table");
+        QTest::addColumn<QPoint>("from"); // Column, row.
+        QTest::addColumn<Qt::Key>("key");
+        QTest::addColumn<QPoint>("to");
+        const QPoint none(-1, -1); // No cell is open, and the focus stays.
+        QTest::newRow("next column")
+            << "tableSongList" << QPoint(0, 0) << Qt::Key_Tab << QPoint(1, 0);
+        QTest::newRow("next row") << "tableShowList" << QPoint(1, 0) << Qt::Key_Tab << QPoint(0, 1);
+        QTest::newRow("last bar") << "tableSongList" << QPoint(3, 5) << Qt::Key_Tab << none;
+        QTest::newRow("last memo") << "tableShowList" << QPoint(1, 2) << Qt::Key_Tab << none;
+        QTest::newRow("last cue") << "tableSetList" << QPoint(1, 4) << Qt::Key_Tab << none;
+        QTest::newRow("over a title")
+            << "tableSetList" << QPoint(1, 0) << Qt::Key_Tab << QPoint(1, 1);
+        QTest::newRow("to a space")
+            << "tableSetList" << QPoint(1, 1) << Qt::Key_Tab << QPoint(0, 2);
+        QTest::newRow("back over a title")
+            << "tableSetList" << QPoint(1, 4) << Qt::Key_Backtab << QPoint(1, 3);
+        QTest::newRow("first cue") << "tableSetList" << QPoint(1, 0) << Qt::Key_Backtab << none;
+        QTest::newRow("first title") << "tableSongList" << QPoint(0, 0) << Qt::Key_Backtab << none;
+    }
+
+    void tabGoesToTheNextCellThatCanBeEdited()
+    {
+        QFETCH(const QString, table);
+        QFETCH(const QPoint, from);
+        QFETCH(const Qt::Key, key);
+        QFETCH(const QPoint, to);
+        Editor editor(tour());
+        auto* view = editor.find<QTableWidget>(table);
+        QVERIFY(editor.beginTyping(view, from.y(), from.x(), "7"));
+        QTest::keyClick(editor.dialog.focusWidget(), key);
+        QCOMPARE(view->item(from.y(), from.x())->text(), QString("7"));
+        auto* cell = qobject_cast<QLineEdit*>(editor.dialog.focusWidget());
+        if (!cell) {
+            QCOMPARE(QPoint(-1, -1), to);
+            QCOMPARE(editor.dialog.focusWidget(), static_cast<QWidget*>(view));
+            return;
+        }
+        QCOMPARE(QPoint(view->currentColumn(), view->currentRow()), to);
+        QCOMPARE(cell->selectedText(), view->currentItem()->text());
+        QCOMPARE(view->selectedItems().size(), view->columnCount());
+    }
+
+    void keepsKeysInTheOpenCell()
+    {
+        struct Outside : QObject
+        {
+            bool eventFilter(QObject*, QEvent* event) override
+            {
+                keys += event->type() == QEvent::KeyPress ? 1 : 0;
+                return false;
+            }
+            int keys = 0;
+        } outside;
+        Editor editor(tour());
+        QVERIFY(editor.beginTyping(editor.set, 0, 1, "cue"));
+        QPointer<QWidget> cell = editor.dialog.focusWidget();
+        editor.set->installEventFilter(&outside);
+        editor.set->viewport()->installEventFilter(&outside);
+        for (const Qt::Key key : {Qt::Key_F5, Qt::Key_Space, Qt::Key_Enter}) {
+            QTest::keyClick(cell, key, Qt::ControlModifier);
+        }
+        QCOMPARE(outside.keys, 0);
+        QCOMPARE(editor.data.ShowList[0].SetList[0].Cue, QString("cue")); // Enter stored it.
+    }
+
+    void storesLineBreaksAsBlanks()
+    {
+        Editor editor(tour());
+        editor.type(editor.songs, 0, 0, "one\r\ntwo\nthree\rfour");
+        QCOMPARE(editor.data.SongList[0].SongTitle, QString("one two three four"));
+        QCOMPARE(editor.set->item(0, 0)->text(), QString("one two three four"));
+    }
+
+    void isPaperOnADarkDesktop()
+    {
+        const QPalette before = QApplication::palette();
+        QApplication::setPalette(QPalette(Qt::white, Qt::black));
+        Editor editor(tour());
+        QVERIFY(editor.beginTyping(editor.set, 0, 1, {}));
+        for (const QWidget* paper :
+             {editor.dialog.focusWidget(), editor.find<QWidget>("tableSongList"),
+              editor.find<QWidget>("listWidgetSong")}) {
+            for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+                QCOMPARE(paper->palette().color(group, QPalette::Base), QColor(Qt::white));
+                QCOMPARE(paper->palette().color(group, QPalette::AlternateBase), QColor(Qt::white));
+                QCOMPARE(paper->palette().color(group, QPalette::Text), QColor(Qt::black));
+            }
+        }
+        QApplication::setPalette(before);
+    }
+
     void keepsSetListsInStepWithSongs()
     {
         Editor editor(tour());
