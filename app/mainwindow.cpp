@@ -6,8 +6,6 @@
 #include "displaystatus.h"
 #include "editdialog.h"
 #include "preferencedialog.h"
-#include "qmidiin.h"
-#include "qmidiout.h"
 #include "tablelook.h"
 
 #include <QGroupBox>
@@ -17,10 +15,6 @@
 
 MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent)
 {
-    midiIn = new QMidiIn(this);
-    shortcutMidiIn = new QMidiIn(this);
-    midiOut = new QMidiOut(this);
-
     createMenu();
     createSendButtons();
     createRunControls();
@@ -35,7 +29,7 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent)
 MainWindow::~MainWindow()
 {
     saveGeometry();
-    closeMidiPorts();
+    midiPorts.close();
     hide(); // Whatever has the focus gives it up while all widgets that report it are still there.
     delete groupBoxSend;
     delete editDialog;
@@ -188,7 +182,8 @@ void MainWindow::restoreGeometryAndData()
     } else {
         editDialog->move(x() + 30, y() - 10);
     }
-    preferenceDialog = new PreferenceDialog(&editData, midiIn, shortcutMidiIn, midiOut, this);
+    preferenceDialog = new PreferenceDialog(&editData, midiPorts.midiIn, midiPorts.shortcutMidiIn,
+                                            midiPorts.midiOut, this);
 }
 
 void MainWindow::initialize()
@@ -196,7 +191,7 @@ void MainWindow::initialize()
     setPreferenceData();
     setShowData();
     connectMidi();
-    openMidiPorts(); // At start-up a port that cannot be opened just stays closed.
+    midiPorts.open(); // At start-up a port that cannot be opened just stays closed.
 }
 
 void MainWindow::saveGeometry() const
@@ -372,8 +367,8 @@ void MainWindow::on_pushEdit_clicked()
 
 void MainWindow::on_pushPreference_clicked()
 {
-    if (isMidiEmpty()) {
-        reopenMidiPorts(); // So that the ports of a server that came back can be chosen.
+    if (midiPorts.isSystemEmpty()) {
+        midiPorts.reopen(); // So that the ports of a server that came back can be chosen.
     }
     preferenceDialog->setDispFromEdit();
     preferenceDialog->exec();

@@ -3,6 +3,7 @@
 
 #include "editdata.h"
 #include "exwidgets.h"
+#include "midiports.h"
 #include "operatorwindow.h"
 #include "qkeyeventsend.h"
 
@@ -13,9 +14,7 @@
 class EditDialog;
 class PreferenceDialog;
 class QGroupBox;
-class QMidiIn;
 class QMidiMessage;
-class QMidiOut;
 
 // The operator window: shows one show's set list, steps through it, and drives the DAW by MIDI
 // Machine Control and by keys typed into its process. It owns the data model, the MIDI ports, the
@@ -30,7 +29,7 @@ class QMidiOut;
 //   mainwindow.cpp           construction, layout, geometry, shutdown, show selector, rows
 //   mainwindow_run.cpp       stepping through a set list: LOCATE, Reset, double click, cell edits
 //   mainwindow_locate.cpp    the DAW's process, the locate keys, the key buttons, MMC
-//   mainwindow_midi.cpp      reactions to MIDI input, opening and reopening the ports
+//   mainwindow_midi.cpp      reactions to MIDI input
 //   mainwindow_keyboard.cpp  key bindings, focus frame, send-button styles
 class MainWindow : public QMainWindow, public OperatorWindow, public KeyAndFocusOwner
 {
@@ -132,20 +131,8 @@ private:
     void sendTransport(bool start);
     void sendMMC(bool start);
 
-    // MIDI input and ports (mainwindow_midi.cpp)
-    struct PortError
-    {
-        QString title;
-        QString text;
-    };
+    // MIDI input (mainwindow_midi.cpp)
     void connectMidi();
-    template <class ForInput, class ForOutput>
-    std::vector<PortError> tryMidiPorts(ForInput forInput, ForOutput forOutput);
-    std::vector<PortError> openMidiPorts();
-    std::vector<PortError> probeMidiPorts();
-    void closeMidiPorts();
-    bool isMidiEmpty(); // No port anywhere.
-    std::vector<PortError> reopenMidiPorts();
     void locateNext();
     void pressTableKey(Qt::Key key);
 
@@ -177,9 +164,7 @@ private:
     ExPushButton* pushEdit = nullptr;
     ExPushButton* pushPreference = nullptr;
     ExComboBox* comboShowList = nullptr;
-    QMidiIn* midiIn = nullptr;
-    QMidiIn* shortcutMidiIn = nullptr;
-    QMidiOut* midiOut = nullptr;
+    MidiPorts midiPorts{editData, this};
     QKeyEventSend keyEventSend;
     int processPos = -1;        // The DAW in the key sender's process list; -1: not looked up yet.
     int sentPos = -1;           // The row last located; -1: none.

@@ -62,7 +62,7 @@ void MainWindow::sendMMC(bool start)
     try {
         QMidiMessage message;
         message.setStatus(MIDI_SYSEX)->setSysExData(bytes);
-        midiOut->sendMessage(&message);
+        midiPorts.midiOut->sendMessage(&message);
     } catch (const RtMidiError& error) {
         MessageBoxes::critical(this, tr("Midi Send Error"),
                                QString::fromStdString(error.getMessage()));

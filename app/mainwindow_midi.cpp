@@ -3,9 +3,6 @@
 #include "messageboxes.h"
 #include "qmidiin.h"
 #include "qmidimessage.h"
-#include "qmidiout.h"
-
-#include <RtMidi.h>
 
 namespace {
 
@@ -19,104 +16,16 @@ enum RunMode { MANUAL = 0, AUTO_STOP = 1, AUTO_LOCATE = 2 };
 
 void MainWindow::connectMidi()
 {
-    connect(midiIn, &QMidiIn::midiMessageReceived, this, &MainWindow::onMidiReceive);
-    connect(shortcutMidiIn, &QMidiIn::midiMessageReceived, this,
+    connect(midiPorts.midiIn, &QMidiIn::midiMessageReceived, this, &MainWindow::onMidiReceive);
+    connect(midiPorts.shortcutMidiIn, &QMidiIn::midiMessageReceived, this,
             &MainWindow::onShortcutMidiReceive);
 }
 
 void MainWindow::midiReconnect()
 {
-    for (const PortError& error : reopenMidiPorts()) {
-        MessageBoxes::critical(this, error.title, error.text);
+    for (const MidiPorts::Problem& problem : midiPorts.reopen()) {
+        MessageBoxes::critical(this, problem.title, problem.text);
     }
-}
-
-// Closes the ports and opens them by the names of the preferences. An error, or nothing to be seen
-// at all, may mean a MIDI server that died and came back, which nothing of the old connection can
-// reach: then all connections are given up before any is made anew. If ports that were open until
-// now find nothing either, the library is asked whether a server is there.
-std::vector<MainWindow::PortError> MainWindow::reopenMidiPorts()
-{
-    const bool wereOpen =
-        midiIn->isPortOpen() || shortcutMidiIn->isPortOpen() || midiOut->isPortOpen();
-    closeMidiPorts();
-    std::vector<PortError> errors = openMidiPorts();
-    if (errors.empty() && !isMidiEmpty()) {
-        return errors;
-    }
-    midiIn->dropBackEnd();
-    shortcutMidiIn->dropBackEnd();
-    midiOut->dropBackEnd();
-    errors = openMidiPorts();
-    return errors.empty() && wereOpen && isMidiEmpty() ? probeMidiPorts() : errors;
-}
-
-bool MainWindow::isMidiEmpty()
-{
-    try {
-        return midiIn->getPorts().isEmpty() && shortcutMidiIn->getPorts().isEmpty() &&
-               midiOut->getPorts().isEmpty();
-    } catch (const RtMidiError&) {
-        return true;
-    }
-}
-
-void MainWindow::closeMidiPorts()
-{
-    if (midiIn->isPortOpen()) {
-        midiIn->closePort();
-    }
-    if (shortcutMidiIn->isPortOpen()) {
-        shortcutMidiIn->closePort();
-    }
-    if (midiOut->isPortOpen()) {
-        midiOut->closePort();
-    }
-}
-
-// Does something with each port that the preferences name, whatever becomes of the others.
-template <class ForInput, class ForOutput>
-std::vector<MainWindow::PortError> MainWindow::tryMidiPorts(ForInput forInput, ForOutput forOutput)
-{
-    std::vector<PortError> errors;
-    const auto attempt = [&errors](const char* title, const auto& act, auto* port,
-                                   const QString& name) {
-        try {
-            if (!name.isEmpty()) {
-                act(port, name);
-            }
-        } catch (const RtMidiError& error) {
-            errors.push_back({tr(title), QString::fromStdString(error.getMessage())});
-        }
-    };
-    attempt(QT_TR_NOOP("Midi In Open Error"), forInput, midiIn, editData.MidiInPort);
-    attempt(QT_TR_NOOP("Shortcut Midi In Open Error"), forInput, shortcutMidiIn,
-            editData.ShortcutMidiInPort);
-    attempt(QT_TR_NOOP("Midi Out Open Error"), forOutput, midiOut, editData.MidiOutPort);
-    return errors;
-}
-
-// A name that no present port has opens nothing and is no error.
-std::vector<MainWindow::PortError> MainWindow::openMidiPorts()
-{
-    return tryMidiPorts([](QMidiIn* port, const QString& name) { port->openPort(name); },
-                        [](QMidiOut* port, const QString& name) {
-                            port->requireBackEnd();
-                            const int index = port->getPorts().indexOf(name);
-                            if (index != -1) {
-                                port->openPort(static_cast<unsigned int>(index));
-                            }
-                        });
-}
-
-// A port of our own can be made wherever there is MIDI.
-std::vector<MainWindow::PortError> MainWindow::probeMidiPorts()
-{
-    const auto probe = [](auto* port, const QString& name) {
-        port->openVirtualPort(name);
-        port->closePort();
-    };
-    return tryMidiPorts(probe, probe);
 }
 
 void MainWindow::onMidiReceive(QMidiMessage* pMidMsg)
