@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "dawmodes.h"
 #include "mainwindow.h"
 
 #include <QGroupBox>
@@ -22,39 +23,29 @@ void changeStyleSheet(QWidget* widget, const QString& styleSheet)
 
 void MainWindow::setPreferenceData()
 {
-    const bool isStudioOne = isStudioOneMode(editData.Mode);
-    setSendButtonEnabled(sendTab, !isStudioOne);
-    setSendButtonEnabled(sendSpace, !isStudioOne);
-    setSendButtonEnabled(sendEnter, isStudioOne);
+    const unsigned buttons = dawMode(editData.Mode).daw.buttons;
+    setSendButtonEnabled(sendTab, buttons & ButtonTab);
+    setSendButtonEnabled(sendSpace, buttons & ButtonSpace);
+    setSendButtonEnabled(sendEnter, buttons & ButtonEnter);
     setSendButtonIsShow(editData.ShowKeyButton);
     processPos = -1;
 }
 
 void MainWindow::onKeyEvent(QKeyEvent* event)
 {
-    const bool isProTools =
-        editData.Mode == kModeProToolsBars || editData.Mode == kModeProToolsMarker;
-    switch (event->key()) {
-    case Qt::Key_Space:
-        if (isProTools) {
-            sendSpace->animateClick(kClickMs);
+    const struct
+    {
+        int key;
+        KeyButton bit;
+        ExPushButton* button;
+    } bindings[] = {{Qt::Key_Space, ButtonSpace, sendSpace},
+                    {Qt::Key_0, Button0, send0},
+                    {Qt::Key_Tab, ButtonTab, sendTab},
+                    {Qt::Key_Enter, ButtonEnter, sendEnter}};
+    for (const auto& binding : bindings) {
+        if (binding.key == event->key() && (dawMode(editData.Mode).daw.keys & binding.bit)) {
+            binding.button->animateClick(kClickMs);
         }
-        break;
-    case Qt::Key_0:
-        send0->animateClick(kClickMs);
-        break;
-    case Qt::Key_Tab:
-        if (isProTools) {
-            sendTab->animateClick(kClickMs);
-        }
-        break;
-    case Qt::Key_Enter:
-        if (isStudioOneMode(editData.Mode)) {
-            sendEnter->animateClick(kClickMs);
-        }
-        break;
-    default:
-        break;
     }
 }
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "locatekeys.h"
+#include "dawmodes.h"
+#include "mackeys.h"
 #include "mainwindow.h"
 #include "messageboxes.h"
 #include "qmidimessage.h"
@@ -21,7 +22,7 @@ bool MainWindow::findProcess()
 {
     if (processPos == -1) {
         keyEventSend.setProcNameList();
-        processPos = keyEventSend.getPosFromProcName(dawProcessName(editData.Mode));
+        processPos = keyEventSend.getPosFromProcName(dawMode(editData.Mode).daw.process);
     }
     return processPos != -1;
 }
@@ -34,7 +35,7 @@ bool MainWindow::isSendProcessExist()
     // Notes of a foot switch get here while the box is open; one box says it all.
     if (!isWarningOpen) {
         const QScopedValueRollback<bool> guard(isWarningOpen, true);
-        MessageBoxes::warn(this, tr("Process [%1] not found").arg(dawProcessName(editData.Mode)));
+        MessageBoxes::warn(this, tr("Process [%1] not found").arg(dawMode(editData.Mode).daw.process));
     }
     return false;
 }
@@ -46,11 +47,11 @@ void MainWindow::sendKeyEvent(const EditDataSet& entry)
         return;
     }
     sendMMC(false);
-    const LocateKeys keys = locateKeys(editData.Mode, entry.Song);
-    if (keys.pauseUs > 0) {
-        QKeyEventSend::pause(keys.pauseUs);
+    const DawMode& mode = dawMode(editData.Mode);
+    if (mode.stopPauseUs > 0) {
+        QKeyEventSend::pause(mode.stopPauseUs);
     }
-    for (const KeyStroke& stroke : keys.strokes) {
+    for (const KeyStroke& stroke : locateKeys(mode, entry.Song)) {
         keyEventSend.sendKeyEvent(processPos, stroke.key, stroke.isCmd, stroke.isVirtualKey);
     }
 }

@@ -4,14 +4,11 @@
 #include "qkeyeventsendmac.h"
 
 #include "macevents.h"
+#include "mackeys.h"
 
 namespace {
 
 constexpr unsigned int kAfterKeyUs = 100000; // So that the DAW can follow.
-
-// kVK_ANSI_Keypad0 to kVK_ANSI_Keypad9; the code between 7 and 8 is no digit.
-constexpr unsigned char kKeypadDigits[] = {0x52, 0x53, 0x54, 0x55, 0x56,
-                                           0x57, 0x58, 0x59, 0x5b, 0x5c};
 
 } // namespace
 
@@ -38,7 +35,7 @@ int QKeyEventSend::getPosFromProcName(const QString& name) const
 void QKeyEventSend::sendKeyEvent(int pos, unsigned char key, bool isCmd, bool isVirtualKey)
 {
     const bool isDigit = !isVirtualKey && key >= '0' && key <= '9';
-    backEnd->sendKeyEvent(pos, isDigit ? kKeypadDigits[key - '0'] : key, isCmd ? 1 : 0);
+    backEnd->sendKeyEvent(pos, isDigit ? keypadKey(key - '0') : key, isCmd ? 1 : 0);
     pause(kAfterKeyUs);
 }
 

@@ -2,6 +2,7 @@
 #include "locateparser.h"
 
 #include "dawkeys.h"
+#include "mackeys.h"
 
 struct LocateParser::Sequence
 {

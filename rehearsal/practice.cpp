@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "practice.h"
 
+#include "dawmodes.h"
 #include "displaystatus.h"
 #include "editdata.h"
 #include "midiports.h"
+#include "usage.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -32,8 +34,8 @@ void namePorts(const QString& preferencePath, Daw daw, const MidiPorts& ports)
 {
     EditData preferences;
     preferences.readPreference(preferencePath);
-    if (isStudioOneMode(preferences.Mode) != (daw == Daw::StudioOne)) {
-        preferences.Mode = daw == Daw::StudioOne ? kModeStudioOneBars : kModeProToolsBars;
+    if (dawMode(preferences.Mode).daw.process != dawName(daw)) {
+        preferences.Mode = modeOfProcess(dawName(daw));
     }
     if (ports.isOpen()) {
         preferences.MidiInPort = ports.outputName(MidiPorts::DawNotes);

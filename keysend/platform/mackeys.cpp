@@ -2,49 +2,61 @@
 #include "mackeys.h"
 
 #include <algorithm>
-#include <array>
+#include <iterator>
 
 namespace {
 
-struct KeyPair
-{
-    int macKey;
-    std::uint32_t keysym;
+constexpr MacKey kKeys[] = {
+    {kKeyT, 0x0074, 28, "T"},
+    {kKeyReturn, 0xFF0D, 36, "Return"},
+    {kKeySemicolon, 0x003B, 47, ";"},
+    {kKeyTab, 0xFF09, 23, "Tab"},
+    {kKeySpace, 0x0020, 65, "Space"},
+    {kKeyKeypadDecimal, 0xFFAE, 91, "."},
+    {kKeyKeypadEnter, 0xFF8D, 104, "Enter"},
+    {kKeyKeypadEquals, 0xFFBD, 125, "="},
+    {kKeyKeypad0, kKeysymKeypad0, 90, "0"},
+    {0x53, 0xFFB1, 87, "1"},
+    {0x54, 0xFFB2, 88, "2"},
+    {0x55, 0xFFB3, 89, "3"},
+    {0x56, 0xFFB4, 83, "4"},
+    {0x57, 0xFFB5, 84, "5"},
+    {0x58, 0xFFB6, 85, "6"},
+    {0x59, 0xFFB7, 79, "7"},
+    {0x5B, 0xFFB8, 80, "8"}, // 0x5A is no digit.
+    {0x5C, 0xFFB9, 81, "9"},
 };
 
-constexpr std::array kKeys = {
-    KeyPair{0x11, 0x0074}, // XK_t
-    KeyPair{0x24, 0xff0d}, // XK_Return
-    KeyPair{0x29, 0x003b}, // XK_semicolon
-    KeyPair{0x30, 0xff09}, // XK_Tab
-    KeyPair{0x31, 0x0020}, // XK_space
-    KeyPair{0x41, 0xffae}, // XK_KP_Decimal
-    KeyPair{0x4c, 0xff8d}, // XK_KP_Enter
-    KeyPair{0x51, 0xffbd}, // XK_KP_Equal
-    KeyPair{0x52, 0xffb0}, // XK_KP_0
-    KeyPair{0x53, 0xffb1}, // XK_KP_1
-    KeyPair{0x54, 0xffb2}, // XK_KP_2
-    KeyPair{0x55, 0xffb3}, // XK_KP_3
-    KeyPair{0x56, 0xffb4}, // XK_KP_4
-    KeyPair{0x57, 0xffb5}, // XK_KP_5
-    KeyPair{0x58, 0xffb6}, // XK_KP_6
-    KeyPair{0x59, 0xffb7}, // XK_KP_7
-    KeyPair{0x5b, 0xffb8}, // XK_KP_8, as no digit is 0x5a
-    KeyPair{0x5c, 0xffb9}, // XK_KP_9
-};
+template <class Value>
+const MacKey* find(Value MacKey::*column, std::int64_t value)
+{
+    const auto* const found =
+        std::find_if(std::begin(kKeys), std::end(kKeys), [&](const auto& key) {
+            return static_cast<std::int64_t>(key.*column) == value;
+        });
+    return found == std::end(kKeys) ? nullptr : found;
+}
 
 } // namespace
 
-std::optional<std::uint32_t> keysymForMacKey(int macKey)
+const MacKey* findMacKey(int code)
 {
-    const auto* const found = std::find_if(
-        kKeys.begin(), kKeys.end(), [macKey](const KeyPair& key) { return key.macKey == macKey; });
-    return found == kKeys.end() ? std::nullopt : std::optional(found->keysym);
+    return find(&MacKey::code, code);
 }
 
-std::optional<int> macKeyForKeysym(std::uint32_t keysym)
+const MacKey* findMacKeyOfKeysym(std::uint32_t keysym)
 {
-    const auto* const found = std::find_if(
-        kKeys.begin(), kKeys.end(), [keysym](const KeyPair& key) { return key.keysym == keysym; });
-    return found == kKeys.end() ? std::nullopt : std::optional(found->macKey);
+    return find(&MacKey::keysym, keysym);
+}
+
+unsigned char keypadKey(int digit)
+{
+    return findMacKeyOfKeysym(kKeysymKeypad0 + static_cast<std::uint32_t>(digit))->code;
+}
+
+int keypadDigit(int code)
+{
+    const MacKey* const key = findMacKey(code);
+    const bool isDigit = key && key->keysym >= kKeysymKeypad0 && key->keysym <= kKeysymKeypad9;
+    return isDigit ? static_cast<int>(key->keysym - kKeysymKeypad0) : -1;
 }

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "x11keymap.h"
 
+#include "mackeys.h"
 #include "x11connection.h"
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 namespace {
@@ -12,41 +12,13 @@ namespace {
 // Keysyms by their names in keysymdef.h of the X protocol.
 constexpr xcb_keysym_t kNumLock = 0xff7f;
 constexpr xcb_keysym_t kKeypadDecimal = 0xffae;
-constexpr xcb_keysym_t kKeypad0 = 0xffb0;
-constexpr xcb_keysym_t kKeypad9 = 0xffb9;
 
 constexpr std::size_t kModifiers = 8; // Shift, Lock, Control, Mod1 to Mod5.
 constexpr unsigned int kLevels = 2;   // Of the first group: the first keysyms of a keycode.
 
-struct Place
-{
-    xcb_keysym_t keysym;
-    xcb_keycode_t keycode;
-};
-
-// Where the kernel's keyboards have the keys that the program types.
-constexpr std::array kUsualPlaces = {
-    Place{0x0020, 65},                                                 // space
-    Place{0x003b, 47},                                                 // semicolon
-    Place{0x0074, 28},                                                 // t
-    Place{0xff09, 23},                                                 // Tab
-    Place{0xff0d, 36},                                                 // Return
-    Place{0xff8d, 104},                                                // KP_Enter
-    Place{0xffbd, 125},                                                // KP_Equal
-    Place{kKeypadDecimal, 91}, Place{kKeypad0, 90}, Place{0xffb1, 87}, // KP_1
-    Place{0xffb2, 88},                                                 // KP_2
-    Place{0xffb3, 89},                                                 // KP_3
-    Place{0xffb4, 83},                                                 // KP_4
-    Place{0xffb5, 84},                                                 // KP_5
-    Place{0xffb6, 85},                                                 // KP_6
-    Place{0xffb7, 79},                                                 // KP_7
-    Place{0xffb8, 80},                                                 // KP_8
-    Place{kKeypad9, 81},
-};
-
 bool needsNumLock(xcb_keysym_t keysym)
 {
-    return keysym == kKeypadDecimal || (keysym >= kKeypad0 && keysym <= kKeypad9);
+    return keysym == kKeypadDecimal || (keysym >= kKeysymKeypad0 && keysym <= kKeysymKeypad9);
 }
 
 } // namespace
@@ -82,14 +54,12 @@ std::optional<X11KeyMap> X11KeyMap::read(X11Connection& connection)
 
 std::optional<X11KeyMap::Stroke> X11KeyMap::stroke(xcb_keysym_t keysym) const
 {
-    const auto* const usual =
-        std::find_if(kUsualPlaces.begin(), kUsualPlaces.end(),
-                     [keysym](const Place& place) { return place.keysym == keysym; });
-    if (usual == kUsualPlaces.end()) {
+    const MacKey* const key = findMacKeyOfKeysym(keysym);
+    if (!key) {
         return std::nullopt;
     }
-    if (const auto level = levelOf(keysym, usual->keycode)) {
-        return Stroke{usual->keycode, modifiers(keysym, *level)};
+    if (const auto level = levelOf(keysym, key->usualKeycode)) {
+        return Stroke{key->usualKeycode, modifiers(keysym, *level)};
     }
     const std::size_t end = first + map.size() / std::max(perKeycode, 1U);
     for (std::size_t keycode = first; keycode < end; ++keycode) {
@@ -98,7 +68,7 @@ std::optional<X11KeyMap::Stroke> X11KeyMap::stroke(xcb_keysym_t keysym) const
             return Stroke{code, modifiers(keysym, *level)};
         }
     }
-    return Stroke{usual->keycode, modifiers(keysym, 0)};
+    return Stroke{key->usualKeycode, modifiers(keysym, 0)};
 }
 
 std::optional<int> X11KeyMap::levelOf(xcb_keysym_t keysym, xcb_keycode_t keycode) const

@@ -186,21 +186,21 @@ OSStatus CopyProcessName(const ProcessSerialNumber* process, CFStringRef* name)
 void CGEventPostToPSN(void* process, CGEventRef event)
 {
     const auto& receiver = *static_cast<const ProcessSerialNumber*>(process);
-    const auto keysym = keysymForMacKey(event->key);
+    const MacKey* const key = findMacKey(event->key);
     Session* const current = session();
-    if (!keysym || !current || !isRunning(receiver)) {
+    if (!key || !current || !isRunning(receiver)) {
         return;
     }
     // A release belongs to the window that got the press, also if another is on top by now.
     if (!event->isDown && isSame(current->pressed.process, receiver) &&
-        postTo(*current, current->pressed.window, *keysym, *event) == Posted::Done) {
+        postTo(*current, current->pressed.window, key->keysym, *event) == Posted::Done) {
         return;
     }
     // A window can close between being found and being written to, and the process have another.
     for (int attempt = 0; attempt < 2; ++attempt) {
         const xcb_window_t window =
             keyWindow(current->connection, static_cast<pid_t>(receiver.lowLongOfPSN));
-        if (postTo(*current, window, *keysym, *event) != Posted::WindowGone) {
+        if (postTo(*current, window, key->keysym, *event) != Posted::WindowGone) {
             current->pressed = {receiver, window};
             return;
         }
