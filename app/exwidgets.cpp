@@ -1,14 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "exwidgets.h"
 
-#include <QLineEdit>
+#include "tablelook.h"
+
 #include <QWheelEvent>
-
-namespace {
-
-constexpr int kCueColumn = 1;
-
-} // namespace
 
 template <typename Base>
 void ExWidget<Base>::keyPressEvent(QKeyEvent* event)
@@ -55,7 +50,7 @@ void ExPushButton::focusInEvent(QFocusEvent* event)
 
 void ExPushButton::keyReleaseEvent(QKeyEvent*)
 {
-    // The toolkit would click a button that the window's own click animation holds down.
+    // QPushButton would click a button that the window's own click animation holds down.
 }
 
 void ExComboBox::showPopup()
@@ -64,7 +59,7 @@ void ExComboBox::showPopup()
     isListOpen = true;
 }
 
-void ExComboBox::hidePopup() // The toolkit calls this in other cases too.
+void ExComboBox::hidePopup() // Qt also calls this where no list was open.
 {
     QComboBox::hidePopup();
     if (isListOpen && owner) {
@@ -78,36 +73,16 @@ void ExComboBox::wheelEvent(QWheelEvent* event)
     event->ignore();
 }
 
-ExTableWidget::Cell ExTableWidget::suspendEditing()
-{
-    QWidget* editor = isEditing() ? indexWidget(currentIndex()) : nullptr;
-    if (!editor) {
-        return {};
-    }
-    const Cell cell{currentRow(), currentColumn()};
-    commitData(editor);
-    closeEditor(editor, QAbstractItemDelegate::NoHint);
-    return cell;
-}
-
-void ExTableWidget::continueEditing(const Cell& cell)
-{
-    if (cell.row == -1 || !item(cell.row, cell.column)) {
-        return;
-    }
-    setCurrentCell(cell.row, cell.column);
-    editItem(item(cell.row, cell.column));
-    if (auto* editor = qobject_cast<QLineEdit*>(indexWidget(currentIndex()))) {
-        editor->end(false);
-    }
-}
-
 void ExTableWidget::keyPressEvent(QKeyEvent* event)
 {
     const int key = event->key();
     const bool moves = key == Qt::Key_Up || key == Qt::Key_Down;
+    if (openEditor() && !moves) {
+        return;
+    }
     const bool isForWindow = key == Qt::Key_Tab || key == Qt::Key_Left || key == Qt::Key_Right;
-    const bool editsCue = currentColumn() == kCueColumn && owner && !owner->isOperationOn();
+    const bool editsCue =
+        currentColumn() == TableLook::kCueColumn && owner && !owner->isOperationOn();
     if (moves || (editsCue && !isForWindow)) {
         // NOLINTNEXTLINE(bugprone-parent-virtual-call): past the routing to the window
         QTableWidget::keyPressEvent(event);

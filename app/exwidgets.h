@@ -88,8 +88,9 @@ public:
     using ExWidget::ExWidget;
 };
 
-// The set-list table: Up and Down move in it, and while no run is in progress its "Cue" column
-// takes keys to edit the cue.
+// A set-list table: Up and Down move in it, and while no run is in progress its "Cue" column takes
+// keys to edit the cue. Keys of a cell that is open for typing go no further, but Up and Down,
+// which store it and move.
 class ExTableWidget : public ExWidget<QTableWidget>
 {
     Q_OBJECT
@@ -97,22 +98,8 @@ class ExTableWidget : public ExWidget<QTableWidget>
 public:
     using ExWidget::ExWidget;
 
-    // Handles a key press as if it had been typed here, whatever has the focus, also while a
-    // modal dialog is open.
-    void pressKey(QKeyEvent* event) { keyPressEvent(event); }
-
-    bool isEditing() const { return state() == EditingState; }
-
-    struct Cell
-    {
-        int row = -1;
-        int column = -1;
-    };
-    // Stores what is being typed into a cell and closes its editor, which rows that come and go
-    // would do without storing. That cell; row -1 if nothing is being edited.
-    Cell suspendEditing();
-    // Opens the editor of a cell to type on behind its text; nothing for row -1.
-    void continueEditing(const Cell& cell);
+    // The editor of the cell that is open for typing, null if none is.
+    [[nodiscard]] QWidget* openEditor() const { return indexWidget(currentIndex()); }
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;

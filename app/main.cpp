@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "mainwindow.h"
+#include "quitsignals.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -12,16 +13,20 @@ int main(int argc, char* argv[])
     std::signal(SIGPIPE, SIG_IGN);
 
     if (!qEnvironmentVariableIsSet("QT_XCB_GL_INTEGRATION")) {
-        // Nothing here is drawn with OpenGL; loading it would double start-up time and memory.
+        // Nothing is drawn with OpenGL; loading it would double start-up time and memory.
         qputenv("QT_XCB_GL_INTEGRATION", "none");
     }
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
+        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("VELT"));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/img/img/VELT_Logo_512.ico")));
 
+    const QuitSignals quitSignals;
     MainWindow window(nullptr);
+    QObject::connect(&quitSignals, &QuitSignals::quitRequested, &window, &MainWindow::quit);
     window.show();
     return QApplication::exec();
 }

@@ -5,19 +5,53 @@
 #include "datafiles.h"
 #include "displaystatus.h"
 #include "editdialog.h"
+#include "mackeys.h"
+#include "messageboxes.h"
 #include "preferencedialog.h"
+#include "qmidiin.h"
+#include "qmidimessage.h"
+#include "runcontrols.h"
+#include "sendpanel.h"
+#include "setlisttable.h"
+#include "shownrun.h"
 #include "tablelook.h"
+#include "windowplace.h"
 
-#include <QGroupBox>
-#include <QHBoxLayout>
+#include <QApplication>
 #include <QMenuBar>
 #include <QScopedValueRollback>
+#include <QScreen>
+#include <QStyle>
+#include <QVBoxLayout>
+
+#include <RtMidi.h>
+
+#include <utility>
+
+namespace {
+
+constexpr int kClickMs = 300; // How long a button that is pressed by code stays down.
+
+// The notes with which the DAW reports the end of a song.
+constexpr std::uint32_t kEndOfSongNote = 24;
+constexpr std::uint32_t kOtherEndOfSongNote = 36;
+
+QRect onScreens(const QRect& stored)
+{
+    QVector<QRect> screens;
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        screens << screen->availableGeometry();
+    }
+    return visiblePlace(stored, screens,
+                        QApplication::style()->pixelMetric(QStyle::PM_TitleBarHeight));
+}
+
+} // namespace
 
 MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent)
 {
     createMenu();
-    createSendButtons();
-    createRunControls();
+    createControls();
     createTable();
     createLayout();
     setWindowTitle(QStringLiteral("VELT"));
@@ -28,16 +62,17 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent)
 
 MainWindow::~MainWindow()
 {
-    saveGeometry();
+    writeDisplayStatus(displayStatusFilePath(),
+                       {geometry(), tableSetList->columnWidth(0), editDialog->geometry()});
     midiPorts.close();
     hide(); // Whatever has the focus gives it up while all widgets that report it are still there.
     delete groupBoxSend;
     delete editDialog;
     delete preferenceDialog;
-    delete pushReset;
-    delete pushEdit;
-    delete pushPreference;
-    delete comboShowList;
+    delete controls->pushReset;
+    delete controls->pushEdit;
+    delete controls->pushPreference;
+    delete controls->comboShowList;
     delete tableSetList;
 }
 
@@ -49,120 +84,50 @@ void MainWindow::createMenu()
     menu->addAction(about);
 }
 
-ExPushButton* MainWindow::createSendButton(const QString& icon, const QString& spokenName,
-                                           void (MainWindow::*slot)())
+void MainWindow::createControls()
 {
-    auto* button = new ExPushButton(this);
-    connect(button, &QPushButton::clicked, this, slot);
-    setSendButtonStyle(button, QStringLiteral(":/img/img/") + icon);
-    button->setAccessibleName(spokenName);
-    return button;
-}
-
-void MainWindow::createSendButtons()
-{
-    groupBoxSend = new QGroupBox;
-    sendLocate = createSendButton(QStringLiteral("locate.ico"), tr("LOCATE"),
-                                  &MainWindow::on_sendLocate_clicked);
-    setSendButtonEnabled(sendLocate, false);
-    sendDawStart = createSendButton(QStringLiteral("play.ico"), tr("DAW PLAY"),
-                                    &MainWindow::on_sendDawStart_clicked);
-    setSendButtonEnabled(sendDawStart, true);
-    sendDawStop = createSendButton(QStringLiteral("stop.ico"), tr("DAW STOP"),
-                                   &MainWindow::on_sendDawStop_clicked);
-    setSendButtonEnabled(sendDawStop, true);
-    send0 =
-        createSendButton(QStringLiteral("zero.ico"), tr("Key 0"), &MainWindow::on_send0_clicked);
-    setSendButtonEnabled(send0, true);
-    sendTab =
-        createSendButton(QStringLiteral("tab.ico"), tr("Key Tab"), &MainWindow::on_sendTab_clicked);
-    sendSpace = createSendButton(QStringLiteral("space.ico"), tr("Key Space"),
-                                 &MainWindow::on_sendSpace_clicked);
-    sendEnter = createSendButton(QStringLiteral("enter.ico"), tr("Key Enter"),
-                                 &MainWindow::on_sendEnter_clicked);
-}
-
-ExPushButton* MainWindow::createPushButton(const QString& text, void (MainWindow::*slot)())
-{
-    auto* button = new ExPushButton(this);
-    connect(button, &QPushButton::clicked, this, slot);
-    button->setText(text);
-    QFont font = button->font();
-    font.setPointSize(10);
-    button->setFont(font);
-    return button;
-}
-
-void MainWindow::createRunControls()
-{
-    comboMode = new ExComboBox(this);
-    comboMode->addItems(
-        {QStringLiteral("Manual"), QStringLiteral("AutoStop"), QStringLiteral("AutoLocate")});
-    comboMode->setCurrentIndex(2);
-    QFont modeFont = comboMode->font();
-    modeFont.setPointSize(10);
-    comboMode->setFont(modeFont);
-    comboMode->setAccessibleName(tr("Run mode"));
-
-    pushReset = createPushButton(tr("Reset"), &MainWindow::on_pushReset_clicked);
-    pushReset->setEnabled(false);
-    // The focus rule of the "Edit" button goes by its text, which therefore stays untranslated.
-    pushEdit = createPushButton(QStringLiteral("Edit"), &MainWindow::on_pushEdit_clicked);
-    pushPreference = createPushButton(tr("Pref."), &MainWindow::on_pushPreference_clicked);
-
-    comboShowList = new ExComboBox(this);
-    connect(comboShowList, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+    groupBoxSend = new SendPanel(this);
+    controls = new RunControls(this);
+    const std::pair<ExPushButton*, void (MainWindow::*)()> slotsOfButtons[] = {
+        {groupBoxSend->sendLocate, &MainWindow::on_sendLocate_clicked},
+        {groupBoxSend->sendDawStart, &MainWindow::on_sendDawStart_clicked},
+        {groupBoxSend->sendDawStop, &MainWindow::on_sendDawStop_clicked},
+        {groupBoxSend->send0, &MainWindow::on_send0_clicked},
+        {groupBoxSend->sendTab, &MainWindow::on_sendTab_clicked},
+        {groupBoxSend->sendSpace, &MainWindow::on_sendSpace_clicked},
+        {groupBoxSend->sendEnter, &MainWindow::on_sendEnter_clicked},
+        {controls->pushReset, &MainWindow::on_pushReset_clicked},
+        {controls->pushEdit, &MainWindow::on_pushEdit_clicked},
+        {controls->pushPreference, &MainWindow::on_pushPreference_clicked}};
+    for (const auto& [button, slot] : slotsOfButtons) {
+        connect(button, &QPushButton::clicked, this, slot);
+    }
+    connect(controls->comboShowList, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             &MainWindow::on_comboShowList_currentIndexChanged);
-    QFont showFont = comboShowList->font();
-    showFont.setPointSize(12);
-    showFont.setBold(true);
-    comboShowList->setFont(showFont);
-    comboShowList->setAccessibleName(tr("Show"));
 }
 
 void MainWindow::createTable()
 {
-    tableSetList = new ExTableWidget(this);
-    TableLook::styleTable(tableSetList);
+    tableSetList = new SetListTable(this);
     connect(tableSetList, &QTableWidget::cellDoubleClicked, this,
             &MainWindow::on_tableSetList_doubleclicked);
     connect(tableSetList, &QTableWidget::cellChanged, this,
             &MainWindow::on_tableSetList_cellChanged);
     connect(tableSetList, &QTableWidget::itemSelectionChanged, this,
             &MainWindow::on_tableSetList_itemSelectionChanged);
-    tableSetList->setColumnCount(2);
-    tableSetList->setHorizontalHeaderLabels({tr("SongTitle"), tr("Cue")});
-    TableLook::styleHeader(tableSetList->horizontalHeader());
-    tableSetList->horizontalHeader()->setStretchLastSection(true);
-    tableSetList->verticalHeader()->hide();
-    tableSetList->setSelectionMode(QAbstractItemView::SingleSelection);
-    tableSetList->setAccessibleName(tr("Set list"));
+    shownRun =
+        std::make_unique<ShownRun>(editData, *controls, *tableSetList, *groupBoxSend->sendLocate);
 }
 
 void MainWindow::createLayout()
 {
-    auto* sendLayout = new QHBoxLayout(groupBoxSend);
-    sendLayout->setSpacing(1);
-    for (ExPushButton* button :
-         {sendLocate, sendDawStart, sendDawStop, send0, sendTab, sendSpace, sendEnter}) {
-        sendLayout->addWidget(button);
-    }
-
-    auto* controls = new QHBoxLayout;
-    controls->addStretch();
-    controls->addWidget(comboMode);
-    controls->addSpacing(10);
-    controls->addWidget(pushReset);
-    controls->addWidget(pushEdit);
-    controls->addWidget(pushPreference);
-
     auto* central = new QWidget;
     auto* layout = new QVBoxLayout(central);
     layout->setContentsMargins(10, 10, 10, 10);
     layout->setSpacing(1);
     layout->addWidget(groupBoxSend);
     layout->addLayout(controls, 2);
-    layout->addWidget(comboShowList);
+    layout->addWidget(controls->comboShowList);
     layout->addWidget(tableSetList, 1);
     setCentralWidget(central);
 }
@@ -170,7 +135,7 @@ void MainWindow::createLayout()
 void MainWindow::restoreGeometryAndData()
 {
     const DisplayStatus status = readDisplayStatus(displayStatusFilePath());
-    setGeometry(status.window);
+    setGeometry(onScreens(status.window));
     tableSetList->setColumnWidth(0, status.columnWidth);
 
     editData.readEdit(setListFilePath());
@@ -178,7 +143,7 @@ void MainWindow::restoreGeometryAndData()
 
     editDialog = new EditDialog(&editData, this);
     if (status.editor.width() != 0) {
-        editDialog->setGeometry(status.editor);
+        editDialog->setGeometry(onScreens(status.editor));
     } else {
         editDialog->move(x() + 30, y() - 10);
     }
@@ -190,162 +155,23 @@ void MainWindow::initialize()
 {
     setPreferenceData();
     setShowData();
-    connectMidi();
+    connect(midiPorts.midiIn, &QMidiIn::midiMessageReceived, this, &MainWindow::onMidiReceive);
+    connect(midiPorts.shortcutMidiIn, &QMidiIn::midiMessageReceived, this,
+            &MainWindow::onShortcutMidiReceive);
     midiPorts.open(); // At start-up a port that cannot be opened just stays closed.
 }
 
-void MainWindow::saveGeometry() const
+void MainWindow::quit()
 {
-    writeDisplayStatus(displayStatusFilePath(),
-                       {geometry(), tableSetList->columnWidth(0), editDialog->geometry()});
+    editDialog->saveChanges();
+    close();
+    QCoreApplication::quit();
 }
 
-void MainWindow::setShowData()
+void MainWindow::closeEvent(QCloseEvent* event)
 {
-    if (operationOn) {
-        setOperationOff(); // Its marks go with the rows.
-    }
-    comboShowList->clear();
-    QStringList titles;
-    for (const EditDataShow& show : editData.ShowList) {
-        titles << show.ShowTitle;
-    }
-    comboShowList->addItems(titles); // Shows the first.
-    processPos = -1;
-}
-
-void MainWindow::on_comboShowList_currentIndexChanged(int index)
-{
-    if (inUpdate) {
-        return;
-    }
-    const QScopedValueRollback<bool> guard(inUpdate, true);
-    {
-        const TableLook::Refill refill(tableSetList);
-        const std::vector<EditDataSet>* setList = shownSetList();
-        if (setList) {
-            for (const EditDataSet& entry : *setList) {
-                insertSet(tableSetList->rowCount(), entry, NOT_SENT);
-            }
-        }
-        if (index >= 0) {
-            sentPos = -1;
-            nextPos = -1;
-        }
-    }
-    selectedRow(0);
-    setSendButtonEnabled(sendLocate, tableSetList->rowCount() > 0);
-    giveFocusToTable();
-}
-
-std::vector<EditDataSet>* MainWindow::shownSetList()
-{
-    const int index = comboShowList->currentIndex();
-    if (index < 0 || index >= static_cast<int>(editData.ShowList.size())) {
-        return nullptr;
-    }
-    EditDataShow& show = editData.ShowList[static_cast<std::size_t>(index)];
-    // While the editor is open, another show may have moved to this place.
-    return show.ShowTitle == comboShowList->currentText() ? &show.SetList : nullptr;
-}
-
-EditDataSet* MainWindow::shownEntry(int pos)
-{
-    std::vector<EditDataSet>* setList = shownSetList();
-    if (!setList || pos < 0 || pos >= static_cast<int>(setList->size())) {
-        return nullptr;
-    }
-    return &(*setList)[static_cast<std::size_t>(pos)];
-}
-
-bool MainWindow::isShowingModel()
-{
-    const int showCount = static_cast<int>(editData.ShowList.size());
-    if (comboShowList->count() != showCount) {
-        return false;
-    }
-    for (int i = 0; i < showCount; ++i) {
-        if (comboShowList->itemText(i) !=
-            editData.ShowList[static_cast<std::size_t>(i)].ShowTitle) {
-            return false;
-        }
-    }
-    const std::vector<EditDataSet>* setList = shownSetList();
-    if (!setList) {
-        return tableSetList->rowCount() == 0;
-    }
-    if (tableSetList->rowCount() != static_cast<int>(setList->size())) {
-        return false;
-    }
-    for (int row = 0; row < tableSetList->rowCount(); ++row) {
-        if (!TableLook::showsEntry(tableSetList, row, *shownEntry(row))) {
-            return false;
-        }
-    }
-    return true;
-}
-
-void MainWindow::insertSet(int row, const EditDataSet& entry, SEND_STATE state)
-{
-    TableLook::insertEntry(tableSetList, row, entry);
-    if (entry.SetType == kSetTypeSpace || state == NOT_SENT) {
-        return;
-    }
-    QFont emphasis;
-    emphasis.setBold(true);
-    emphasis.setItalic(true);
-    const QColor& mark = state == SENT ? editData.SendTextColor : editData.NextTextColor;
-    for (int column = 0; column < tableSetList->columnCount(); ++column) {
-        QTableWidgetItem* item = tableSetList->item(row, column);
-        item->setForeground(QBrush(mark));
-        item->setFont(emphasis);
-    }
-}
-
-void MainWindow::redrawRow(int row, SEND_STATE state)
-{
-    if (row < 0 || row >= tableSetList->rowCount()) {
-        return;
-    }
-    if (const EditDataSet* entry = shownEntry(row)) {
-        tableSetList->removeRow(row);
-        insertSet(row, *entry, state);
-    }
-}
-
-int MainWindow::selectedPos() const
-{
-    const QList<QTableWidgetItem*> selected = tableSetList->selectedItems();
-    return selected.isEmpty() ? -1 : selected.first()->row();
-}
-
-void MainWindow::selectedRow(int row)
-{
-    const QList<QTableWidgetItem*> selected = tableSetList->selectedItems();
-    if (!selected.isEmpty()) {
-        selected.first()->setSelected(false);
-    }
-    if (row >= 0 && row < tableSetList->rowCount()) {
-        tableSetList->item(row, 0)->setSelected(true);
-        tableSetList->setCurrentCell(row, 0);
-    }
-}
-
-void MainWindow::on_tableSetList_itemSelectionChanged()
-{
-    const int row = selectedPos();
-    QColor text = TableLook::kSelectedText;
-    if (row != -1 && row == sentPos) {
-        text = editData.SendTextColor;
-    } else if (row != -1 && row == nextPos) {
-        text = editData.NextTextColor;
-    }
-    QPalette palette = tableSetList->palette();
-    if (palette.color(QPalette::HighlightedText) == text) {
-        return; // A palette that is given back is costly, and rows come and go in a locate.
-    }
-    palette.setBrush(QPalette::All, QPalette::HighlightedText, text);
-    tableSetList->setPalette(palette);
+    tableSetList->storeOpenCell();
+    QMainWindow::closeEvent(event);
 }
 
 void MainWindow::on_about()
@@ -359,9 +185,7 @@ void MainWindow::on_pushEdit_clicked()
 {
     editDialog->setDispFromEdit();
     editDialog->exec();
-    if (!isShowingModel()) {
-        setShowData();
-    }
+    showChanges();
     giveFocusToTable();
 }
 
@@ -375,7 +199,280 @@ void MainWindow::on_pushPreference_clicked()
     giveFocusToTable();
 }
 
+void MainWindow::setPreferenceData()
+{
+    tableSetList->setMarkColors(editData.SendTextColor, editData.NextTextColor);
+    groupBoxSend->setKeyButtonsFor(editData.Mode);
+    groupBoxSend->setSendButtonIsShow(editData.ShowKeyButton);
+    daw.forgetProcess();
+}
+
+void MainWindow::midiReconnect()
+{
+    for (const MidiPorts::Problem& problem : midiPorts.reopen()) {
+        MessageBoxes::critical(this, problem.title, problem.text);
+    }
+}
+
+void MainWindow::setShowData()
+{
+    shownRun->showFirst();
+    daw.forgetProcess();
+}
+
+void MainWindow::on_comboShowList_currentIndexChanged(int)
+{
+    if (inUpdate) {
+        return;
+    }
+    const QScopedValueRollback<bool> guard(inUpdate, true);
+    shownRun->showSelected();
+    giveFocusToTable();
+}
+
+void MainWindow::showChanges()
+{
+    shownRun->showChanges();
+}
+
+bool MainWindow::isOperationOn() const
+{
+    return shownRun->isRunning();
+}
+
+void MainWindow::on_tableSetList_itemSelectionChanged()
+{
+    shownRun->colorSelection();
+}
+
+void MainWindow::on_tableSetList_cellChanged(int row, int column)
+{
+    if (inUpdate) {
+        return;
+    }
+    const QScopedValueRollback<bool> guard(inUpdate, true);
+    if (shownRun->takeTyped(row, column)) {
+        editData.writeEdit(setListFilePath());
+        // Writing removes untitled shows. Not at once: the cell is still being closed.
+        QMetaObject::invokeMethod(this, &MainWindow::showChanges, Qt::QueuedConnection);
+    }
+}
+
+void MainWindow::on_tableSetList_doubleclicked(int row, int column)
+{
+    if (inUpdate) {
+        return;
+    }
+    const QScopedValueRollback<bool> guard(inUpdate, true);
+    if (row >= 0 && column == TableLook::kTitleColumn) {
+        groupBoxSend->sendLocate->animateClick(kClickMs);
+    }
+}
+
+void MainWindow::on_sendLocate_clicked()
+{
+    locateSelected();
+    giveFocusToTable();
+}
+
+void MainWindow::locateSelected()
+{
+    const int pressedPos = shownRun->posToLocate();
+    if (tableSetList->rowCount() == 0 || (pressedPos != -1 && !shownRun->isThere(pressedPos)) ||
+        !isSendProcessExist()) {
+        return;
+    }
+    shownRun->begin();
+    const int pos = shownRun->posToLocate(); // Asked again: a box may have run the event loop.
+    if (shownRun->isSong(pos)) {
+        locateEntry(pos, pos);
+    }
+}
+
+// Locates the entry marked next, whatever is selected.
+void MainWindow::locateNext()
+{
+    // The process is known since the run began, unless preferences were confirmed since. A run that
+    // began on a space has no next entry.
+    const int pos = shownRun->nextPos();
+    if (shownRun->isSong(pos) && daw.findProcess()) {
+        locateEntry(pos, tableSetList->selectedPos());
+    }
+}
+
+void MainWindow::locateEntry(int pos, int rowToSelect)
+{
+    shownRun->unmark();
+    sendKeyEvent(shownRun->entry(pos));
+    shownRun->markLocated(pos, rowToSelect);
+}
+
+void MainWindow::on_pushReset_clicked()
+{
+    shownRun->end();
+    giveFocusToTable();
+}
+
+bool MainWindow::isSendProcessExist()
+{
+    if (daw.findProcess()) {
+        return true;
+    }
+    // Notes of a foot switch get here while the box is open; one box says it all.
+    if (!isWarningOpen) {
+        const QScopedValueRollback<bool> guard(isWarningOpen, true);
+        MessageBoxes::warn(this, tr("Process [%1] not found").arg(daw.processName()));
+    }
+    return false;
+}
+
+void MainWindow::sendKeyEvent(const EditDataSet& entry)
+{
+    if (!daw.isProcessKnown()) {
+        qWarning("Nothing is sent: the DAW's process has not been looked up");
+        return;
+    }
+    sendMMC(false);
+    daw.typeLocate(entry.Song);
+}
+
+void MainWindow::sendMMC(bool start)
+{
+    try {
+        daw.sendMMC(start);
+    } catch (const RtMidiError& error) {
+        MessageBoxes::critical(this, tr("Midi Send Error"),
+                               QString::fromStdString(error.getMessage()));
+    }
+}
+
+void MainWindow::sendTransport(bool start)
+{
+    if (isSendProcessExist()) {
+        sendMMC(start);
+    }
+    giveFocusToTable();
+}
+
+void MainWindow::on_sendDawStart_clicked()
+{
+    sendTransport(true);
+}
+
+void MainWindow::on_sendDawStop_clicked()
+{
+    sendTransport(false);
+}
+
+void MainWindow::sendKey(unsigned char key)
+{
+    if (isSendProcessExist()) {
+        daw.typeKey(key);
+    }
+    giveFocusToTable();
+}
+
+void MainWindow::on_sendTab_clicked()
+{
+    sendKey(kKeyTab);
+}
+
+void MainWindow::on_sendSpace_clicked()
+{
+    sendKey(kKeySpace);
+}
+
+void MainWindow::on_sendEnter_clicked()
+{
+    sendKey(kKeyKeypadEnter);
+}
+
+void MainWindow::on_send0_clicked()
+{
+    sendKey(kKeyKeypad0);
+}
+
+void MainWindow::onMidiReceive(QMidiMessage* pMidMsg)
+{
+    if (!pMidMsg || !shownRun->isRunning() || pMidMsg->getStatus() != MIDI_NOTE_OFF) {
+        return;
+    }
+    const std::uint32_t note = pMidMsg->getPitch();
+    if (note != kEndOfSongNote && note != kOtherEndOfSongNote) {
+        return;
+    }
+    switch (controls->comboMode->currentIndex()) {
+    case AUTO_STOP:
+        groupBoxSend->sendDawStop->animateClick(kClickMs);
+        break;
+    case AUTO_LOCATE:
+        locateNext();
+        break;
+    case MANUAL:
+    default:
+        break;
+    }
+}
+
+void MainWindow::onShortcutMidiReceive(QMidiMessage* pMidMsg)
+{
+    if (!pMidMsg || pMidMsg->getStatus() != MIDI_NOTE_ON || pMidMsg->getVelocity() == 0) {
+        return;
+    }
+    const auto note = static_cast<std::int32_t>(pMidMsg->getPitch());
+    if (note == editData.NoteSongUp) {
+        tableSetList->step(Qt::Key_Up);
+    } else if (note == editData.NoteSongDown) {
+        tableSetList->step(Qt::Key_Down);
+    } else if (note == editData.NoteLocate) {
+        groupBoxSend->sendLocate->animateClick(kClickMs);
+    } else if (note == editData.NoteDawPlay) {
+        groupBoxSend->sendDawStart->animateClick(kClickMs);
+    } else if (note == editData.NoteDawStop) {
+        groupBoxSend->sendDawStop->animateClick(kClickMs);
+    }
+}
+
+void MainWindow::onKeyEvent(QKeyEvent* event)
+{
+    if (ExPushButton* button = groupBoxSend->buttonOfKey(event->key(), editData.Mode)) {
+        button->animateClick(kClickMs);
+    }
+}
+
+void MainWindow::keyPressEvent(QKeyEvent*)
+{
+}
+
+void MainWindow::focusInEvent(QFocusEvent*)
+{
+    setFocusFlag(true);
+}
+
+void MainWindow::focusOutEvent(QFocusEvent*)
+{
+    setFocusFlag(false);
+}
+
+void MainWindow::setFocusFlag(bool hasFocus)
+{
+    focusFlag = hasFocus;
+    onFocus();
+}
+
+void MainWindow::onFocus()
+{
+    if (focusFlag || controls->hasFocusFlag() || groupBoxSend->hasFocusFlag() ||
+        tableSetList->hasFocusFlag()) {
+        groupBoxSend->setFocusStyleOn();
+    } else {
+        groupBoxSend->setFocusStyleOff();
+    }
+}
+
 void MainWindow::giveFocusToTable()
 {
-    tableSetList->setFocus(Qt::OtherFocusReason);
+    if (!tableSetList->openEditor()) {
+        tableSetList->setFocus(Qt::OtherFocusReason);
+    }
 }

@@ -208,6 +208,17 @@ void EditDialog::on_pushSaveAs_clicked()
     }
 }
 
+void EditDialog::saveChanges()
+{
+    if (!isVisible()) {
+        return;
+    }
+    commitOpenCell();
+    if (isChanged) {
+        saveSetListFile();
+    }
+}
+
 void EditDialog::saveSetListFile()
 {
     editData->writeEdit(setListFilePath());

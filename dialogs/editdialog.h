@@ -38,6 +38,10 @@ public:
     // Shows the data anew, with the first show's set list; no changes count as unsaved.
     void setDispFromEdit();
 
+    // Stores the cell that is being typed in, and saves unsaved changes without asking: the program is
+    // about to end. Nothing while the editor is closed.
+    void saveChanges();
+
 private slots:
     void on_pushShowListAdd_clicked();
     void on_pushShowListDuplicate_clicked();

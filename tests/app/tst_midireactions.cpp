@@ -2,6 +2,10 @@
 #include "apptestcase.h"
 #include "modalscript.h"
 
+#include <functional>
+
+Q_DECLARE_METATYPE(std::function<void(QWidget*)>)
+
 // Notes from the DAW and from the operator's controller. Messages are handed to the window's own
 // ports, as if they had arrived there.
 class TestMidiReactions : public AppTestCase
@@ -138,9 +142,73 @@ private slots:
         }
         op.press("Edit");
         QVERIFY(Recording::takeEvents().isEmpty());
-        // The window shows the data again as it is now.
-        QVERIFY(!op.isRunning());
-        QCOMPARE(op.looks(), (QStringList{"plain", "space", "plain"}));
+        // The window shows the data again as it is now, and the run goes on to the song that is
+        // left.
+        QVERIFY(op.isRunning());
+        QCOMPARE(op.looks(), (QStringList{"sent", "space", "next"}));
+    }
+
+    // What the editor can change while it is open, beside a run that the foot switch has begun.
+    void runBesideTheEditor_data()
+    {
+        using Edit = std::function<void(QWidget*)>;
+        QTest::addColumn<Edit>("edit");
+        QTest::addColumn<QStringList>("looks");
+        QTest::addColumn<QString>("show");
+        QTest::addColumn<bool>(
+            "locates"); // The foot switch still does, before the editor is closed.
+        const auto type = [](const char* table, int row, int column, const QString& text) {
+            return Edit([=](QWidget* editor) {
+                editor->findChild<QTableWidget*>(table)->item(row, column)->setText(text);
+            });
+        };
+        const auto press = [](const char* table, int row, const char* button) {
+            return Edit([=](QWidget* editor) {
+                editor->findChild<QTableWidget*>(table)->selectRow(row);
+                editor->findChild<QPushButton*>(button)->click();
+            });
+        };
+        QTest::newRow("nothing") << Edit([](QWidget*) {}) << kSecondSent << "Friday" << true;
+        QTest::newRow("title") << type("tableSongList", 1, 0, "New") << kSecondSent << "Friday"
+                               << true;
+        QTest::newRow("cue") << type("tableSetList", 2, 1, "New") << kSecondSent << "Friday"
+                             << true;
+        QTest::newRow("show's title")
+            << type("tableShowList", 0, 0, "Sunday") << kSecondSent << "Sunday" << true;
+        QTest::newRow("other show's title")
+            << type("tableShowList", 1, 0, "Sunday") << kSecondSent << "Friday" << true;
+        QTest::newRow("new show") << press("tableShowList", 0, "pushShowListAdd") << kSecondSent
+                                  << "Friday" << true;
+        QTest::newRow("sent entry moved")
+            << press("tableSetList", 2, "pushSetUp")
+            << QStringList{"sent", "next", "space", "plain"} << "Friday" << false;
+        QTest::newRow("show deleted")
+            << press("tableShowList", 0, "pushShowListDelete") << QStringList() << "Empty" << false;
+    }
+
+    void runBesideTheEditor()
+    {
+        QFETCH(std::function<void(QWidget*)>, edit);
+        QFETCH(bool, locates);
+        const Operator op;
+        ModalScript script;
+        script.expect([&](QWidget* editor) {
+            op.press("LOCATE");
+            edit(editor);
+            Recording::takeEvents();
+            op.endOfSong();
+            QCOMPARE(Recording::takeEvents(),
+                     locates ? bar({0x53, 0x52, 0x57}) : Recording::Events());
+            editor->findChild<QPushButton*>("pushCancel")->click();
+        });
+        if (qstrcmp(QTest::currentDataTag(), "show deleted") == 0) {
+            script.answerQuestion("Do you really want to delete this?",
+                                  QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Ok);
+        }
+        op.press("Edit");
+        QTEST(op.looks(), "looks");
+        QTEST(op.shows->currentText(), "show");
+        QCOMPARE(op.isRunning(), !op.looks().isEmpty());
     }
 };
 

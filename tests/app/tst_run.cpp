@@ -179,18 +179,6 @@ private slots:
         }
     }
 
-    void nextEntry()
-    {
-        std::vector<EditDataSet> setList(4);
-        setList[1].SetType = kSetTypeSpace;
-        setList[2].SetType = 5; // Whatever that may be.
-        QCOMPARE(MainWindow::getNextPos(-1, setList), 0);
-        QCOMPARE(MainWindow::getNextPos(0, setList), 3);
-        for (const int pos : {3, 7, -2}) {
-            QCOMPARE(MainWindow::getNextPos(pos, setList), -1);
-        }
-    }
-
     void noShow()
     {
         Operator op{EditData()};
@@ -236,19 +224,6 @@ private slots:
         QVERIFY(setListFile().contains("0 2 bars early"));
         type(op.edit(1, 0), "Pause");
         QVERIFY(setListFile().contains("SpaceName=Pause"));
-    }
-
-    void editThatIsOpenIsKept()
-    {
-        const Operator op;
-        op.press("LOCATE");
-        QTest::keyClicks(op.edit(2, 1), "half typed");
-        op.endOfSong(); // Redraws the very row.
-        QCOMPARE(op.table->item(2, 1)->text(), QString("half typed"));
-        QTest::keyClicks(op.openEditor(), " 0 on"); // What is typed on is no key for the DAW.
-        QTest::keyClick(op.openEditor(), Qt::Key_Return);
-        QTRY_COMPARE(op.table->item(2, 1)->text(), QString("half typed 0 on"));
-        QVERIFY(setListFile().contains("half typed 0 on"));
     }
 
     // A show that lost its title in the editor is dropped by the write that follows a cue edit.

@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: MIT
+#include "shownrun.h"
+
+#include "runcontrols.h"
+#include "sendpanel.h"
+#include "setlisttable.h"
+#include "tablelook.h"
+
+#include <set>
+#include <utility>
+
+ShownRun::ShownRun(EditData& data, RunControls& runControls, SetListTable& setListTable,
+                   ExPushButton& locate)
+    : editData(data), controls(runControls), table(setListTable), sendLocate(locate)
+{
+}
+
+void ShownRun::showFirst()
+{
+    end(); // Its marks go with the rows.
+    controls.comboShowList->list(editData.ShowList);
+}
+
+void ShownRun::showSelected()
+{
+    if (controls.comboShowList->currentIndex() != -1) {
+        run = {};
+    }
+    fillTable();
+    table.selectedRow(0);
+}
+
+void ShownRun::showChanges()
+{
+    ShowSelector& selector = *controls.comboShowList;
+    const std::vector<EditDataSet>* entries = setList();
+    if (!entries && !selector.lists(editData.ShowList)) {
+        showFirst();
+    }
+    if (!entries) {
+        return;
+    }
+    if (!selector.lists(editData.ShowList)) {
+        selector.listQuietly(editData.ShowList, selector.placeOfSelected(editData.ShowList));
+    }
+    if (table.isUpToDate(*entries)) {
+        return;
+    }
+    const int selected = table.findEntryOf(table.selectedPos(), *entries);
+    run = run.moved(table.findEntryOf(run.sentPos, *entries),
+                    table.findEntryOf(run.nextPos, *entries), *entries);
+    controls.setRunning(run.operationOn);
+    fillTable();
+    table.selectedRow(selected == -1 ? 0 : selected);
+}
+
+void ShownRun::fillTable()
+{
+    const std::vector<EditDataSet>* entries = setList();
+    table.fill(entries ? *entries : std::vector<EditDataSet>(), run);
+    SendPanel::setSendButtonEnabled(&sendLocate, table.rowCount() > 0);
+}
+
+std::vector<EditDataSet>* ShownRun::setList()
+{
+    const int show = controls.comboShowList->placeOfSelected(editData.ShowList);
+    return show == -1 ? nullptr : &editData.ShowList[static_cast<std::size_t>(show)].SetList;
+}
+
+EditDataSet* ShownRun::entryAt(int pos)
+{
+    std::vector<EditDataSet>* entries = setList();
+    const bool isThere = entries && pos >= 0 && pos < static_cast<int>(entries->size());
+    return isThere ? &(*entries)[static_cast<std::size_t>(pos)] : nullptr;
+}
+
+EditDataSet* ShownRun::entryOfRow(int row)
+{
+    EditDataSet* entry = entryAt(row);
+    return entry && TableLook::isEntryOf(&table, row, *entry) ? entry : nullptr;
+}
+
+int ShownRun::posToLocate() const
+{
+    return run.posToLocate(table.selectedPos());
+}
+
+bool ShownRun::isThere(int pos)
+{
+    return entryOfRow(pos);
+}
+
+bool ShownRun::isSong(int pos)
+{
+    return isThere(pos) && entry(pos).SetType == kSetTypeSong;
+}
+
+EditDataSet ShownRun::entry(int pos)
+{
+    return *entryOfRow(pos);
+}
+
+void ShownRun::setRun(const Run& now)
+{
+    const Run before = std::exchange(run, now);
+    for (const int row : std::set{before.sentPos, before.nextPos, now.sentPos, now.nextPos}) {
+        redrawRow(row, now.stateOf(row));
+    }
+    controls.setRunning(now.operationOn);
+    colorSelection();
+}
+
+void ShownRun::unmark()
+{
+    redrawRow(run.sentPos, NOT_SENT);
+    redrawRow(run.nextPos, NOT_SENT);
+}
+
+void ShownRun::redrawRow(int row, SEND_STATE state)
+{
+    if (const EditDataSet* entry = entryOfRow(row)) {
+        table.redraw(row, *entry, state);
+    }
+}
+
+void ShownRun::markLocated(int pos, int rowToSelect)
+{
+    if (!isThere(pos)) {
+        return;
+    }
+    setRun(run.located(pos, *setList()));
+    table.selectedRow(rowToSelect);
+    table.scrollToMarks(run.sentPos, run.nextPos);
+}
+
+void ShownRun::colorSelection()
+{
+    const SEND_STATE state = run.stateOf(table.selectedPos());
+    table.setSelectedTextColor(state == SENT   ? editData.SendTextColor
+                               : state == NEXT ? editData.NextTextColor
+                                               : TableLook::kSelectedText);
+}
+
+bool ShownRun::takeTyped(int row, int column)
+{
+    EditDataSet* entry = entryAt(row); // A space's row has its new name already.
+    const QTableWidgetItem* item = table.item(row, column);
+    if (!entry || !item) {
+        return false;
+    }
+    QString* stored = nullptr;
+    if (column == TableLook::kCueColumn) {
+        stored = &entry->Cue;
+    } else if (column == TableLook::kTitleColumn && entry->SetType != kSetTypeSong) {
+        stored = &entry->SpaceName;
+    }
+    if (!stored || *stored == item->text()) {
+        return false;
+    }
+    *stored = item->text();
+    return true;
+}
