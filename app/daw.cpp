@@ -2,8 +2,14 @@
 #include "daw.h"
 
 #include "dawmodes.h"
+#include "messageboxes.h"
 #include "qmidimessage.h"
 #include "qmidiout.h"
+
+#include <QCoreApplication>
+#include <QScopedValueRollback>
+
+#include <RtMidi.h>
 
 namespace {
 
@@ -13,41 +19,75 @@ constexpr unsigned char kMmcPlay = 0x02;
 
 } // namespace
 
-QString Daw::processName() const
+Daw::Daw(const EditData& preferences, QMidiOut& output, QWidget& parentOfBoxes)
+    : editData(preferences), midiOut(output), window(parentOfBoxes)
 {
-    return dawMode(editData.Mode).daw.process;
 }
 
 bool Daw::findProcess()
 {
     if (processPos == -1) {
         keyEventSend.setProcNameList();
-        processPos = keyEventSend.getPosFromProcName(processName());
+        processPos = keyEventSend.getPosFromProcName(dawMode(editData.Mode).daw.process);
     }
-    return isProcessKnown();
+    return processPos != -1;
 }
 
-void Daw::sendMMC(bool start)
+bool Daw::isSendProcessExist()
 {
-    QMidiMessage message;
-    message.setStatus(MIDI_SYSEX)
-        ->setSysExData(
-            {0xF0, 0x7F, editData.DeviceIdValue, 0x06, start ? kMmcPlay : kMmcStop, 0xF7});
-    midiOut.sendMessage(&message);
+    if (findProcess()) {
+        return true;
+    }
+    // Notes of a foot switch get here while the box is open; one box says it all.
+    if (!isWarningOpen) {
+        const QScopedValueRollback<bool> guard(isWarningOpen, true);
+        const QString text = QCoreApplication::translate("MainWindow", "Process [%1] not found");
+        MessageBoxes::warn(&window, text.arg(dawMode(editData.Mode).daw.process));
+    }
+    return false;
 }
 
-void Daw::typeLocate(const EditDataSong& song)
+void Daw::sendKeyEvent(const EditDataSet& entry)
 {
+    if (processPos == -1) {
+        qWarning("Nothing is sent: the DAW's process has not been looked up");
+        return;
+    }
+    sendMMC(false);
     const DawMode& mode = dawMode(editData.Mode);
     if (mode.stopPauseUs > 0) {
         QKeyEventSend::pause(mode.stopPauseUs);
     }
-    for (const KeyStroke& stroke : locateKeys(mode, song)) {
+    for (const KeyStroke& stroke : locateKeys(mode, entry.Song)) {
         keyEventSend.sendKeyEvent(processPos, stroke.key, stroke.isCmd, stroke.isVirtualKey);
     }
 }
 
-void Daw::typeKey(unsigned char key)
+void Daw::sendMMC(bool start)
 {
-    keyEventSend.sendKeyEvent(processPos, key, false, true);
+    try {
+        QMidiMessage message;
+        message.setStatus(MIDI_SYSEX)
+            ->setSysExData(
+                {0xF0, 0x7F, editData.DeviceIdValue, 0x06, start ? kMmcPlay : kMmcStop, 0xF7});
+        midiOut.sendMessage(&message);
+    } catch (const RtMidiError& error) {
+        MessageBoxes::critical(&window,
+                               QCoreApplication::translate("MainWindow", "Midi Send Error"),
+                               QString::fromStdString(error.getMessage()));
+    }
+}
+
+void Daw::sendTransport(bool start)
+{
+    if (isSendProcessExist()) {
+        sendMMC(start);
+    }
+}
+
+void Daw::sendKey(unsigned char key)
+{
+    if (isSendProcessExist()) {
+        keyEventSend.sendKeyEvent(processPos, key, false, true);
+    }
 }

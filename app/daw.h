@@ -5,33 +5,39 @@
 #include "qkeyeventsend.h"
 
 class QMidiOut;
+class QWidget;
 
 // The DAW as the operator window drives it: its process, which gets keys, and its transport, which
-// gets MIDI Machine Control. Which DAW and which device ID, the preferences say at each call. Main
-// thread only; typing blocks for its pauses.
+// gets MIDI Machine Control. Which DAW and which device ID, the preferences say at each call. What
+// fails is told the operator in a modal box. Main thread only; typing blocks for its pauses.
 class Daw
 {
 public:
-    // Neither is owned; both outlive the object.
-    Daw(const EditData& preferences, QMidiOut& output) : editData(preferences), midiOut(output) {}
+    // None is owned; all outlive the object. The window is the parent of the boxes.
+    Daw(const EditData& preferences, QMidiOut& output, QWidget& parentOfBoxes);
 
-    // The name of the process that gets the keys.
-    [[nodiscard]] QString processName() const;
-    // True if the process is running. Once found it is taken to be there until it is forgotten.
+    // True if the DAW's process is running. Once found it is taken to be there until it is
+    // forgotten.
     bool findProcess();
+    // The same, with a warning if it is not.
+    bool isSendProcessExist();
     void forgetProcess() { processPos = -1; }
-    [[nodiscard]] bool isProcessKnown() const { return processPos != -1; }
 
-    // MMC Play or Stop (RP-013). Throws RtMidiError.
-    void sendMMC(bool start);
-    // Types the keys that locate a song, after the pause that the DAW needs after an MMC Stop.
-    void typeLocate(const EditDataSong& song);
-    // Types one key, a macOS virtual key code.
-    void typeKey(unsigned char key);
+    // Stops the transport and types the keys that locate the song of an entry. The process has to
+    // be known; otherwise nothing is sent.
+    void sendKeyEvent(const EditDataSet& entry);
+    // The transport and the key buttons: nothing without the DAW's process. A key is a macOS
+    // virtual key code.
+    void sendTransport(bool start);
+    void sendKey(unsigned char key);
 
 private:
+    void sendMMC(bool start);
+
     const EditData& editData;
     QMidiOut& midiOut;
+    QWidget& window;
     QKeyEventSend keyEventSend;
-    int processPos = -1; // In the key sender's process list; -1: not looked up yet.
+    int processPos = -1;        // In the key sender's process list; -1: not looked up yet.
+    bool isWarningOpen = false; // The "not found" box waits for an answer.
 };

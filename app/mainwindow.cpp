@@ -3,7 +3,6 @@
 
 #include "aboutdialog.h"
 #include "datafiles.h"
-#include "displaystatus.h"
 #include "editdialog.h"
 #include "mackeys.h"
 #include "messageboxes.h"
@@ -15,16 +14,12 @@
 #include "setlisttable.h"
 #include "shownrun.h"
 #include "tablelook.h"
-#include "windowplace.h"
+#include "windowgeometry.h"
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <QMenuBar>
 #include <QScopedValueRollback>
-#include <QScreen>
-#include <QStyle>
 #include <QVBoxLayout>
-
-#include <RtMidi.h>
 
 #include <utility>
 
@@ -36,16 +31,6 @@ constexpr int kClickMs = 300; // How long a button that is pressed by code stays
 constexpr std::uint32_t kEndOfSongNote = 24;
 constexpr std::uint32_t kOtherEndOfSongNote = 36;
 
-QRect onScreens(const QRect& stored)
-{
-    QVector<QRect> screens;
-    for (const QScreen* screen : QGuiApplication::screens()) {
-        screens << screen->availableGeometry();
-    }
-    return visiblePlace(stored, screens,
-                        QApplication::style()->pixelMetric(QStyle::PM_TitleBarHeight));
-}
-
 } // namespace
 
 MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent)
@@ -55,25 +40,21 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent)
     createTable();
     createLayout();
     setWindowTitle(QStringLiteral("VELT"));
-    restoreGeometryAndData();
+    readFiles();
     initialize();
     giveFocusToTable();
 }
 
 MainWindow::~MainWindow()
 {
-    writeDisplayStatus(displayStatusFilePath(),
-                       {geometry(), tableSetList->columnWidth(0), editDialog->geometry()});
+    writeGeometry({*this, *tableSetList, *editDialog});
     midiPorts.close();
     hide(); // Whatever has the focus gives it up while all widgets that report it are still there.
-    delete groupBoxSend;
-    delete editDialog;
-    delete preferenceDialog;
-    delete controls->pushReset;
-    delete controls->pushEdit;
-    delete controls->pushPreference;
-    delete controls->comboShowList;
-    delete tableSetList;
+    for (QWidget* widget : std::initializer_list<QWidget*>{
+             groupBoxSend, editDialog, preferenceDialog, controls->pushReset, controls->pushEdit,
+             controls->pushPreference, controls->comboShowList, tableSetList}) {
+        delete widget;
+    }
 }
 
 void MainWindow::createMenu()
@@ -115,8 +96,8 @@ void MainWindow::createTable()
             &MainWindow::on_tableSetList_cellChanged);
     connect(tableSetList, &QTableWidget::itemSelectionChanged, this,
             &MainWindow::on_tableSetList_itemSelectionChanged);
-    shownRun =
-        std::make_unique<ShownRun>(editData, *controls, *tableSetList, *groupBoxSend->sendLocate);
+    shownRun = std::make_unique<ShownRun>(editData, *controls, *tableSetList,
+                                          *groupBoxSend->sendLocate, daw);
 }
 
 void MainWindow::createLayout()
@@ -132,21 +113,13 @@ void MainWindow::createLayout()
     setCentralWidget(central);
 }
 
-void MainWindow::restoreGeometryAndData()
+void MainWindow::readFiles()
 {
-    const DisplayStatus status = readDisplayStatus(displayStatusFilePath());
-    setGeometry(onScreens(status.window));
-    tableSetList->setColumnWidth(0, status.columnWidth);
-
     editData.readEdit(setListFilePath());
     editData.readPreference(preferenceFilePath());
 
     editDialog = new EditDialog(&editData, this);
-    if (status.editor.width() != 0) {
-        editDialog->setGeometry(onScreens(status.editor));
-    } else {
-        editDialog->move(x() + 30, y() - 10);
-    }
+    readGeometry({*this, *tableSetList, *editDialog});
     preferenceDialog = new PreferenceDialog(&editData, midiPorts.midiIn, midiPorts.shortcutMidiIn,
                                             midiPorts.midiOut, this);
 }
@@ -271,40 +244,8 @@ void MainWindow::on_tableSetList_doubleclicked(int row, int column)
 
 void MainWindow::on_sendLocate_clicked()
 {
-    locateSelected();
+    shownRun->locateSelected();
     giveFocusToTable();
-}
-
-void MainWindow::locateSelected()
-{
-    const int pressedPos = shownRun->posToLocate();
-    if (tableSetList->rowCount() == 0 || (pressedPos != -1 && !shownRun->isThere(pressedPos)) ||
-        !isSendProcessExist()) {
-        return;
-    }
-    shownRun->begin();
-    const int pos = shownRun->posToLocate(); // Asked again: a box may have run the event loop.
-    if (shownRun->isSong(pos)) {
-        locateEntry(pos, pos);
-    }
-}
-
-// Locates the entry marked next, whatever is selected.
-void MainWindow::locateNext()
-{
-    // The process is known since the run began, unless preferences were confirmed since. A run that
-    // began on a space has no next entry.
-    const int pos = shownRun->nextPos();
-    if (shownRun->isSong(pos) && daw.findProcess()) {
-        locateEntry(pos, tableSetList->selectedPos());
-    }
-}
-
-void MainWindow::locateEntry(int pos, int rowToSelect)
-{
-    shownRun->unmark();
-    sendKeyEvent(shownRun->entry(pos));
-    shownRun->markLocated(pos, rowToSelect);
 }
 
 void MainWindow::on_pushReset_clicked()
@@ -313,83 +254,40 @@ void MainWindow::on_pushReset_clicked()
     giveFocusToTable();
 }
 
-bool MainWindow::isSendProcessExist()
-{
-    if (daw.findProcess()) {
-        return true;
-    }
-    // Notes of a foot switch get here while the box is open; one box says it all.
-    if (!isWarningOpen) {
-        const QScopedValueRollback<bool> guard(isWarningOpen, true);
-        MessageBoxes::warn(this, tr("Process [%1] not found").arg(daw.processName()));
-    }
-    return false;
-}
-
-void MainWindow::sendKeyEvent(const EditDataSet& entry)
-{
-    if (!daw.isProcessKnown()) {
-        qWarning("Nothing is sent: the DAW's process has not been looked up");
-        return;
-    }
-    sendMMC(false);
-    daw.typeLocate(entry.Song);
-}
-
-void MainWindow::sendMMC(bool start)
-{
-    try {
-        daw.sendMMC(start);
-    } catch (const RtMidiError& error) {
-        MessageBoxes::critical(this, tr("Midi Send Error"),
-                               QString::fromStdString(error.getMessage()));
-    }
-}
-
-void MainWindow::sendTransport(bool start)
-{
-    if (isSendProcessExist()) {
-        sendMMC(start);
-    }
-    giveFocusToTable();
-}
-
 void MainWindow::on_sendDawStart_clicked()
 {
-    sendTransport(true);
+    daw.sendTransport(true);
+    giveFocusToTable();
 }
 
 void MainWindow::on_sendDawStop_clicked()
 {
-    sendTransport(false);
-}
-
-void MainWindow::sendKey(unsigned char key)
-{
-    if (isSendProcessExist()) {
-        daw.typeKey(key);
-    }
+    daw.sendTransport(false);
     giveFocusToTable();
 }
 
 void MainWindow::on_sendTab_clicked()
 {
-    sendKey(kKeyTab);
+    daw.sendKey(kKeyTab);
+    giveFocusToTable();
 }
 
 void MainWindow::on_sendSpace_clicked()
 {
-    sendKey(kKeySpace);
+    daw.sendKey(kKeySpace);
+    giveFocusToTable();
 }
 
 void MainWindow::on_sendEnter_clicked()
 {
-    sendKey(kKeyKeypadEnter);
+    daw.sendKey(kKeyKeypadEnter);
+    giveFocusToTable();
 }
 
 void MainWindow::on_send0_clicked()
 {
-    sendKey(kKeyKeypad0);
+    daw.sendKey(kKeyKeypad0);
+    giveFocusToTable();
 }
 
 void MainWindow::onMidiReceive(QMidiMessage* pMidMsg)
@@ -406,7 +304,7 @@ void MainWindow::onMidiReceive(QMidiMessage* pMidMsg)
         groupBoxSend->sendDawStop->animateClick(kClickMs);
         break;
     case AUTO_LOCATE:
-        locateNext();
+        shownRun->locateNext();
         break;
     case MANUAL:
     default:

@@ -82,20 +82,10 @@ private:
     void createControls();
     void createTable();
     void createLayout();
-    void restoreGeometryAndData();
+    void readFiles();
     void initialize();
 
     void showChanges(); // The data has changed without a call of setShowData().
-    void locateSelected();
-    void locateNext();
-    void locateEntry(int pos, int rowToSelect);
-
-    bool isSendProcessExist(); // With a warning if it is not there.
-    void sendKeyEvent(const EditDataSet& entry);
-    void sendMMC(bool start); // With a message if it fails.
-    void sendTransport(bool start);
-    void sendKey(unsigned char key);
-
     void setFocusFlag(bool hasFocus);
 
     bool focusFlag = false; // The window itself holds the keyboard focus.
@@ -108,6 +98,5 @@ private:
     RunControls* controls = nullptr;
     std::unique_ptr<ShownRun> shownRun;
     MidiPorts midiPorts{editData, this};
-    Daw daw{editData, *midiPorts.midiOut};
-    bool isWarningOpen = false; // The "not found" box waits for an answer.
+    Daw daw{editData, *midiPorts.midiOut, *this};
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "shownrun.h"
 
+#include "daw.h"
 #include "runcontrols.h"
 #include "sendpanel.h"
 #include "setlisttable.h"
@@ -10,8 +11,8 @@
 #include <utility>
 
 ShownRun::ShownRun(EditData& data, RunControls& runControls, SetListTable& setListTable,
-                   ExPushButton& locate)
-    : editData(data), controls(runControls), table(setListTable), sendLocate(locate)
+                   ExPushButton& locate, Daw& shownDaw)
+    : editData(data), controls(runControls), table(setListTable), sendLocate(locate), daw(shownDaw)
 {
 }
 
@@ -80,24 +81,46 @@ EditDataSet* ShownRun::entryOfRow(int row)
     return entry && TableLook::isEntryOf(&table, row, *entry) ? entry : nullptr;
 }
 
-int ShownRun::posToLocate() const
+bool ShownRun::isSong(int row)
 {
-    return run.posToLocate(table.selectedPos());
+    const EditDataSet* entry = entryOfRow(row);
+    return entry && entry->SetType == kSetTypeSong;
 }
 
-bool ShownRun::isThere(int pos)
+void ShownRun::locateSelected()
 {
-    return entryOfRow(pos);
+    const auto posToLocate = [this] { return run.posToLocate(table.selectedPos()); };
+    if (table.rowCount() == 0 || (posToLocate() != -1 && !entryOfRow(posToLocate())) ||
+        !daw.isSendProcessExist()) {
+        return;
+    }
+    setRun(run.begun());
+    const int pos = posToLocate(); // Asked again: a box may have run the event loop.
+    if (isSong(pos)) {
+        locateEntry(pos, pos);
+    }
 }
 
-bool ShownRun::isSong(int pos)
+void ShownRun::locateNext()
 {
-    return isThere(pos) && entry(pos).SetType == kSetTypeSong;
+    // The process is known since the run began, unless preferences were confirmed since. A run that
+    // began on a space has no next entry.
+    if (isSong(run.nextPos) && daw.findProcess()) {
+        locateEntry(run.nextPos, table.selectedPos());
+    }
 }
 
-EditDataSet ShownRun::entry(int pos)
+void ShownRun::locateEntry(int pos, int rowToSelect)
 {
-    return *entryOfRow(pos);
+    redrawRow(run.sentPos, NOT_SENT);
+    redrawRow(run.nextPos, NOT_SENT);
+    const EditDataSet entry = *entryOfRow(pos);
+    daw.sendKeyEvent(entry);
+    if (entryOfRow(pos)) {
+        setRun(run.located(pos, *setList()));
+        table.selectedRow(rowToSelect);
+        table.scrollToMarks(run.sentPos, run.nextPos);
+    }
 }
 
 void ShownRun::setRun(const Run& now)
@@ -110,27 +133,11 @@ void ShownRun::setRun(const Run& now)
     colorSelection();
 }
 
-void ShownRun::unmark()
-{
-    redrawRow(run.sentPos, NOT_SENT);
-    redrawRow(run.nextPos, NOT_SENT);
-}
-
 void ShownRun::redrawRow(int row, SEND_STATE state)
 {
     if (const EditDataSet* entry = entryOfRow(row)) {
         table.redraw(row, *entry, state);
     }
-}
-
-void ShownRun::markLocated(int pos, int rowToSelect)
-{
-    if (!isThere(pos)) {
-        return;
-    }
-    setRun(run.located(pos, *setList()));
-    table.selectedRow(rowToSelect);
-    table.scrollToMarks(run.sentPos, run.nextPos);
 }
 
 void ShownRun::colorSelection()

@@ -6,21 +6,23 @@
 
 #include <vector>
 
+class Daw;
 class ExPushButton;
 class RunControls;
 class SetListTable;
 
-// The shown show and the run through it: keeps show selector, table and controls in step with the
-// data model and with Run. What is sent to the DAW, the window decides. Main thread only.
+// The shown show and the run through it: locates its entries in the DAW, and keeps show selector,
+// table and controls in step with the data model and with Run. Main thread only.
 //
 // The data model can change under it at any time, by the editor: no entry is used without a check
-// that it is the one that its row shows, by kind and song Id, or by name for a space.
+// that it is the one that its row shows, by kind and song Id, or by name for a space. Nor is one
+// carried over a message box, which runs the event loop.
 class ShownRun
 {
 public:
     // Nothing is owned; all outlive the object. `locate` is enabled while there are rows.
     ShownRun(EditData& data, RunControls& runControls, SetListTable& setListTable,
-             ExPushButton& locate);
+             ExPushButton& locate, Daw& shownDaw);
 
     // Lists all shows and shows the first, without a run.
     void showFirst();
@@ -31,23 +33,14 @@ public:
     void showChanges();
 
     [[nodiscard]] bool isRunning() const { return run.operationOn; }
-    [[nodiscard]] int nextPos() const { return run.nextPos; }
-    // The entry that LOCATE takes, -1 if there is none.
-    [[nodiscard]] int posToLocate() const;
-    // True if there is an entry at `pos` and it is the one that the row shows.
-    [[nodiscard]] bool isThere(int pos);
-    // True if it is a song entry, too.
-    [[nodiscard]] bool isSong(int pos);
-    // A copy of the entry that is there.
-    EditDataSet entry(int pos);
 
-    void begin() { setRun(run.begun()); }
+    // LOCATE: begins a run if there is none, and locates the selected entry, else the one last
+    // located. A space only begins the run.
+    void locateSelected();
+    // Locates the entry marked next, whatever is selected.
+    void locateNext();
+    // Reset.
     void end() { setRun(run.ended()); }
-    // Takes the marks off, until markLocated() or end().
-    void unmark();
-    // Marks an entry as sent and its follower as next, selects a row and scrolls to the marks.
-    // Nothing if the entry has gone.
-    void markLocated(int pos, int rowToSelect);
     // The selected row keeps the text colour of its mark.
     void colorSelection();
 
@@ -58,7 +51,9 @@ private:
     std::vector<EditDataSet>* setList(); // Null if no show is shown, or it has gone.
     EditDataSet* entryAt(int pos);       // Null if there is none.
     EditDataSet* entryOfRow(int row);    // Null too if it is not the one that the row shows.
+    bool isSong(int row);                // It is there, and a song.
     void fillTable();
+    void locateEntry(int pos, int rowToSelect);
     void setRun(const Run& now);
     void redrawRow(int row, SEND_STATE state);
 
@@ -66,5 +61,6 @@ private:
     RunControls& controls;
     SetListTable& table;
     ExPushButton& sendLocate;
+    Daw& daw;
     Run run;
 };

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "run.h"
 #include "testcase.h"
-#include "windowplace.h"
+#include "windowgeometry.h"
 
 #include <QRect>
 

@@ -1,5 +1,13 @@
 // SPDX-License-Identifier: MIT
-#include "windowplace.h"
+#include "windowgeometry.h"
+
+#include "datafiles.h"
+#include "displaystatus.h"
+
+#include <QApplication>
+#include <QScreen>
+#include <QStyle>
+#include <QTableWidget>
 
 #include <algorithm>
 
@@ -24,7 +32,36 @@ int within(int wanted, int length, int first, int end)
     return std::max(first, std::min(wanted, end - length));
 }
 
+QRect onScreens(const QRect& stored)
+{
+    QVector<QRect> screens;
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        screens << screen->availableGeometry();
+    }
+    return visiblePlace(stored, screens,
+                        QApplication::style()->pixelMetric(QStyle::PM_TitleBarHeight));
+}
+
 } // namespace
+
+void readGeometry(const PlacedWidgets& widgets)
+{
+    const DisplayStatus status = readDisplayStatus(displayStatusFilePath());
+    widgets.window.setGeometry(onScreens(status.window));
+    widgets.table.setColumnWidth(0, status.columnWidth);
+    if (status.editor.width() != 0) {
+        widgets.editor.setGeometry(onScreens(status.editor));
+    } else {
+        widgets.editor.move(widgets.window.x() + 30, widgets.window.y() - 10);
+    }
+}
+
+void writeGeometry(const PlacedWidgets& widgets)
+{
+    writeDisplayStatus(
+        displayStatusFilePath(),
+        {widgets.window.geometry(), widgets.table.columnWidth(0), widgets.editor.geometry()});
+}
 
 QRect visiblePlace(const QRect& stored, const QVector<QRect>& screens, int titleHeight)
 {
