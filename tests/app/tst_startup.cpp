@@ -8,6 +8,7 @@
 
 #include <QDir>
 #include <QElapsedTimer>
+#include <QScreen>
 
 namespace {
 
@@ -57,6 +58,26 @@ private slots:
         const MainWindow window(nullptr);
         QCOMPARE(window.geometry(), QRect(100, 100, 500, 800));
         QCOMPARE(window.findChild<EditDialog*>()->geometry(), QRect(20, 30, 900, 700));
+    }
+
+    void placeOnADisplayThatIsGone()
+    {
+        write(displayStatusFilePath(), "[General]\nWidth=500\nHeight=500\nX=-5000\nY=300\n"
+                                       "EditWidth=600\nEditHeight=500\nEditX=40\nEditY=9000\n");
+        const MainWindow window(nullptr);
+        const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+        QVERIFY(screen.contains(window.geometry()));
+        QVERIFY(screen.contains(window.findChild<EditDialog*>()->geometry()));
+    }
+
+    void longTitleLeavesTheWidth()
+    {
+        EditData data = sampleData();
+        data.ShowList[0].ShowTitle = QString(76, 'W');
+        Operator op(data);
+        op.window.resize(500, 600);
+        QCOMPARE(op.window.width(), 500);
+        QCOMPARE(op.window.minimumSizeHint(), Operator().window.minimumSizeHint());
     }
 
     void firstShowIsShown()
