@@ -11,91 +11,91 @@ class TestMidiReactions : public AppTestCase
 private slots:
     void autoLocateToTheEnd()
     {
-        const Operator op;
-        op.press("LOCATE");
+        const WindowDriver velt;
+        velt.press("LOCATE");
         Recording::takeEvents();
-        op.select(1);
-        op.mode->setFocus();
-        op.endOfSong(36);
+        velt.select(1);
+        velt.mode->setFocus();
+        velt.endOfSong(36);
         QCOMPARE(Recording::takeEvents(), bar({0x53, 0x52, 0x57}));
-        QCOMPARE(op.looks(), kSecondSent);
-        QCOMPARE(op.selectedRow(), 1);
-        QVERIFY(op.mode->hasFocus());
+        QCOMPARE(velt.rowMarks(), kSecondSent);
+        QCOMPARE(velt.selectedRow(), 1);
+        QVERIFY(velt.mode->hasFocus());
 
-        op.endOfSong(24);
+        velt.endOfSong(24);
         QCOMPARE(Recording::takeEvents(), bar({0x55, 0x55}));
-        QCOMPARE(op.looks(), (QStringList{"plain", "space", "plain", "sent"}));
-        QCOMPARE(op.selectedRow(), 1);
-        QVERIFY(!op.isRunning());
+        QCOMPARE(velt.rowMarks(), (QStringList{"plain", "space", "plain", "sent"}));
+        QCOMPARE(velt.selectedRow(), 1);
+        QVERIFY(!velt.isRunning());
     }
 
     void otherModes()
     {
-        const Operator op;
-        op.mode->setCurrentText("AutoStop");
-        op.endOfSong(); // Without a run nothing happens.
-        QVERIFY(!op.button("DAW STOP")->isDown());
-        op.press("LOCATE");
-        op.endOfSong();
-        QVERIFY(op.button("DAW STOP")->isDown());
-        QTRY_VERIFY(!op.button("DAW STOP")->isDown());
+        const WindowDriver velt;
+        velt.mode->setCurrentText("AutoStop");
+        velt.endOfSong(); // Without a run nothing happens.
+        QVERIFY(!velt.button("DAW STOP")->isDown());
+        velt.press("LOCATE");
+        velt.endOfSong();
+        QVERIFY(velt.button("DAW STOP")->isDown());
+        QTRY_VERIFY(!velt.button("DAW STOP")->isDown());
 
-        op.mode->setCurrentText("Manual"); // The mode can change during a run.
-        op.endOfSong();
-        QVERIFY(!op.button("DAW STOP")->isDown());
-        QVERIFY(op.isRunning());
+        velt.mode->setCurrentText("Manual"); // The mode can change during a run.
+        velt.endOfSong();
+        QVERIFY(!velt.button("DAW STOP")->isDown());
+        QVERIFY(velt.isRunning());
         QCOMPARE(Recording::takeEvents(), bar({0x53, 0x54}));
-        QCOMPARE(op.looks(), kFirstSent);
+        QCOMPARE(velt.rowMarks(), kFirstSent);
     }
 
     void notesThatAreNone()
     {
-        const Operator op;
-        op.press("LOCATE");
+        const WindowDriver velt;
+        velt.press("LOCATE");
         Recording::takeEvents();
-        Operator::receive(op.dawIn, MIDI_NOTE_ON, 24, 0); // No note off.
-        Operator::receive(op.dawIn, MIDI_NOTE_ON, 24, 100);
-        Operator::receive(op.dawIn, MIDI_NOTE_OFF, 25, 0);
-        Operator::receive(op.dawIn, MIDI_CONTROL_CHANGE, 24, 0);
-        Operator::receive(op.controllerIn, MIDI_NOTE_ON, 31, 0);
-        Operator::receive(op.controllerIn, MIDI_NOTE_OFF, 31, 100);
-        Operator::receive(op.controllerIn, MIDI_NOTE_ON, 30, 100);
-        QVERIFY(!op.button("LOCATE")->isDown());
+        WindowDriver::receive(velt.dawIn, MIDI_NOTE_ON, 24, 0); // No note off.
+        WindowDriver::receive(velt.dawIn, MIDI_NOTE_ON, 24, 100);
+        WindowDriver::receive(velt.dawIn, MIDI_NOTE_OFF, 25, 0);
+        WindowDriver::receive(velt.dawIn, MIDI_CONTROL_CHANGE, 24, 0);
+        WindowDriver::receive(velt.controllerIn, MIDI_NOTE_ON, 31, 0);
+        WindowDriver::receive(velt.controllerIn, MIDI_NOTE_OFF, 31, 100);
+        WindowDriver::receive(velt.controllerIn, MIDI_NOTE_ON, 30, 100);
+        QVERIFY(!velt.button("LOCATE")->isDown());
         QVERIFY(Recording::takeEvents().isEmpty());
-        QCOMPARE(op.looks(), kFirstSent);
+        QCOMPARE(velt.rowMarks(), kFirstSent);
     }
 
     void controllerThroughTheShow()
     {
         EditData data = sampleData();
         data.ShowKeyButton = false;
-        Operator op(data);
-        QVERIFY(op.frame->isVisible());
-        for (const auto* button : op.frame->findChildren<QPushButton*>()) {
+        WindowDriver velt(data);
+        QVERIFY(velt.frame->isVisible());
+        for (const auto* button : velt.frame->findChildren<QPushButton*>()) {
             QVERIFY(!button->isVisible()); // They still work.
         }
-        op.shows->setFocus();
-        op.controllerNote(29);
-        op.controllerNote(29);
-        QCOMPARE(op.selectedRow(), 2);
-        op.controllerNote(28);
-        QCOMPARE(op.selectedRow(), 1);
-        op.controllerNote(29);
+        velt.shows->setFocus();
+        velt.controllerNote(29);
+        velt.controllerNote(29);
+        QCOMPARE(velt.selectedRow(), 2);
+        velt.controllerNote(28);
+        QCOMPARE(velt.selectedRow(), 1);
+        velt.controllerNote(29);
 
-        op.controllerNote(31);
-        op.controllerNote(31); // Within the 300 ms: still one click.
-        QTRY_COMPARE(op.looks(), kSecondSent);
+        velt.controllerNote(31);
+        velt.controllerNote(31); // Within the 300 ms: still one click.
+        QTRY_COMPARE(velt.rowMarks(), kSecondSent);
         QCOMPARE(Recording::takeEvents(), bar({0x53, 0x52, 0x57}));
         for (const auto& [note, name] : {std::pair(33, "DAW PLAY"), std::pair(35, "DAW STOP")}) {
-            op.controllerNote(note);
-            QVERIFY(op.button(name)->isDown());
-            QTRY_VERIFY(!op.button(name)->isDown());
+            velt.controllerNote(note);
+            QVERIFY(velt.button(name)->isDown());
+            QTRY_VERIFY(!velt.button(name)->isDown());
         }
 
         // Up and Down work on a window that takes no input, as under a modal dialog.
-        op.window.setEnabled(false);
-        op.controllerNote(29);
-        QCOMPARE(op.selectedRow(), 3);
+        velt.window.setEnabled(false);
+        velt.controllerNote(29);
+        QCOMPARE(velt.selectedRow(), 3);
         QVERIFY(Recording::takeEvents().isEmpty());
     }
 
@@ -103,10 +103,10 @@ private slots:
     {
         EditData data = sampleData();
         data.NoteSongDown = data.NoteLocate = 40;
-        const Operator op(data);
-        op.controllerNote(40);
-        QCOMPARE(op.selectedRow(), 1);
-        QVERIFY(!op.button("LOCATE")->isDown());
+        const WindowDriver velt(data);
+        velt.controllerNote(40);
+        QCOMPARE(velt.selectedRow(), 1);
+        QVERIFY(!velt.button("LOCATE")->isDown());
     }
 
     // The editor changes the very data that the notes act on.
@@ -115,20 +115,20 @@ private slots:
         EditData data = sampleData(); // Becomes Opener, talk, Middle, Opener, Closer.
         std::vector<EditDataSet>& setList = data.ShowList[0].SetList;
         setList.insert(setList.begin() + 3, setList[0]);
-        const Operator op(data);
+        const WindowDriver velt(data);
         ModalScript script;
-        script.expect([&op](QWidget* editor) {
+        script.expect([&velt](QWidget* editor) {
             const auto locateAfterDeleting = [&](int song, int row) {
                 editor->findChild<QTableWidget*>("tableSongList")->selectRow(song);
                 editor->findChild<QPushButton*>("pushSongListDelete")->click();
-                op.table->setCurrentCell(row, 0);
-                op.press("LOCATE");
+                velt.table->setCurrentCell(row, 0);
+                velt.press("LOCATE");
             };
-            op.press("LOCATE"); // As the foot switch does.
+            velt.press("LOCATE"); // As the foot switch does.
             QCOMPARE(Recording::takeEvents(), bar({0x53, 0x54}));
             locateAfterDeleting(2, 4); // The last row has no entry any more,
             locateAfterDeleting(1, 2); // and into the next one another song has moved.
-            op.endOfSong();
+            velt.endOfSong();
             editor->findChild<QPushButton*>("pushCancel")->click();
         });
         for (int i = 0; i < 2; ++i) {
@@ -136,11 +136,11 @@ private slots:
                 "This Song is used for SetList. Do you really want to delete this?",
                 QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Ok);
         }
-        op.press("Edit");
+        velt.press("Edit");
         QVERIFY(Recording::takeEvents().isEmpty());
         // The window shows the data again as it is now.
-        QVERIFY(!op.isRunning());
-        QCOMPARE(op.looks(), (QStringList{"plain", "space", "plain"}));
+        QVERIFY(!velt.isRunning());
+        QCOMPARE(velt.rowMarks(), (QStringList{"plain", "space", "plain"}));
     }
 };
 

@@ -39,90 +39,90 @@ class TestRun : public AppTestCase
 private slots:
     void throughTheShow()
     {
-        Operator op;
-        const auto selection = [&op] {
-            const QPalette palette = op.table->palette();
+        WindowDriver velt;
+        const auto selection = [&velt] {
+            const QPalette palette = velt.table->palette();
             return palette.color(QPalette::Inactive, QPalette::HighlightedText).name() + " on " +
                    palette.color(QPalette::Inactive, QPalette::Highlight).name();
         };
-        op.press("LOCATE");
+        velt.press("LOCATE");
         QCOMPARE(Recording::takeEvents(), bar(k12));
-        QCOMPARE(op.looks(), kFirstSent);
-        QVERIFY(op.isRunning());
+        QCOMPARE(velt.rowMarks(), kFirstSent);
+        QVERIFY(velt.isRunning());
         QCOMPARE(selection(), QString("#bb0000 on #b4efef")); // The row is selected, as sent.
-        QVERIFY(op.isFocusOnTable());
+        QVERIFY(velt.isFocusOnTable());
 
-        QTest::keyClick(op.table, Qt::Key_Down);
+        QTest::keyClick(velt.table, Qt::Key_Down);
         QCOMPARE(selection(), QString("#000000 on #b4efef"));
-        QTest::keyClick(op.table, Qt::Key_Down);
+        QTest::keyClick(velt.table, Qt::Key_Down);
         QCOMPARE(selection(), QString("#0000bb on #b4efef"));
-        op.press("LOCATE");
+        velt.press("LOCATE");
         QCOMPARE(Recording::takeEvents(), bar(k105));
-        QCOMPARE(op.looks(), kSecondSent);
+        QCOMPARE(velt.rowMarks(), kSecondSent);
 
-        op.select(3);
-        op.press("LOCATE");
+        velt.select(3);
+        velt.press("LOCATE");
         QCOMPARE(Recording::takeEvents(), bar(k33));
-        QCOMPARE(op.looks(), (QStringList{"plain", "space", "plain", "sent"}));
-        QVERIFY(!op.isRunning());
-        QCOMPARE(op.selectedRow(), 3);
+        QCOMPARE(velt.rowMarks(), (QStringList{"plain", "space", "plain", "sent"}));
+        QVERIFY(!velt.isRunning());
+        QCOMPARE(velt.selectedRow(), 3);
 
         // The process is looked up once for all of it, until preferences name another one.
         QCOMPARE(Recording::enumerations(), 1);
-        op.window.setPreferenceData();
-        op.press("DAW PLAY");
+        velt.window.setPreferenceData();
+        velt.press("DAW PLAY");
         QCOMPARE(Recording::enumerations(), 2);
 
         // What was sent is forgotten when a show is loaded.
-        op.shows->setCurrentIndex(1);
-        QCOMPARE(op.table->rowCount(), 0);
-        QVERIFY(!op.button("LOCATE")->isEnabled());
-        op.shows->setCurrentIndex(0);
-        QCOMPARE(op.looks(), kPlain);
-        op.table->clearSelection();
-        op.press("LOCATE");
+        velt.shows->setCurrentIndex(1);
+        QCOMPARE(velt.table->rowCount(), 0);
+        QVERIFY(!velt.button("LOCATE")->isEnabled());
+        velt.shows->setCurrentIndex(0);
+        QCOMPARE(velt.rowMarks(), kPlain);
+        velt.table->clearSelection();
+        velt.press("LOCATE");
         QVERIFY(Recording::takeEvents().isEmpty());
     }
 
     void locatesAgainAndResets()
     {
-        const Operator op;
-        op.press("LOCATE");
-        op.press("LOCATE");
-        op.table->clearSelection(); // With nothing selected, what was sent is sent again.
-        op.press("LOCATE");
+        const WindowDriver velt;
+        velt.press("LOCATE");
+        velt.press("LOCATE");
+        velt.table->clearSelection(); // With nothing selected, what was sent is sent again.
+        velt.press("LOCATE");
         QCOMPARE(Recording::takeEvents(), bar(k12) + bar(k12) + bar(k12));
-        QCOMPARE(op.looks(), kFirstSent);
-        QCOMPARE(op.selectedRow(), 0);
+        QCOMPARE(velt.rowMarks(), kFirstSent);
+        QCOMPARE(velt.selectedRow(), 0);
 
-        op.select(2);
-        op.press("Reset");
-        QVERIFY(!op.isRunning());
-        QCOMPARE(op.looks(), (QStringList{"sent", "space", "plain", "plain"}));
-        QCOMPARE(op.selectedRow(), 2);
-        QVERIFY(op.isFocusOnTable());
-        op.press("LOCATE");
+        velt.select(2);
+        velt.press("Reset");
+        QVERIFY(!velt.isRunning());
+        QCOMPARE(velt.rowMarks(), (QStringList{"sent", "space", "plain", "plain"}));
+        QCOMPARE(velt.selectedRow(), 2);
+        QVERIFY(velt.isFocusOnTable());
+        velt.press("LOCATE");
         QCOMPARE(Recording::takeEvents(), bar(k105));
-        QCOMPARE(op.looks(), kSecondSent);
+        QCOMPARE(velt.rowMarks(), kSecondSent);
     }
 
     void spaceStartsARunAndSendsNothing()
     {
-        const Operator op;
-        op.select(1);
-        op.press("LOCATE");
-        QVERIFY(op.isRunning());
-        QCOMPARE(op.looks(), kPlain);
-        QVERIFY(op.isFocusOnTable());
+        const WindowDriver velt;
+        velt.select(1);
+        velt.press("LOCATE");
+        QVERIFY(velt.isRunning());
+        QCOMPARE(velt.rowMarks(), kPlain);
+        QVERIFY(velt.isFocusOnTable());
 
-        op.endOfSong(); // No entry is next: the note is ignored, the run goes on.
-        QVERIFY(op.isRunning());
+        velt.endOfSong(); // No entry is next: the note is ignored, the run goes on.
+        QVERIFY(velt.isRunning());
         QVERIFY(Recording::takeEvents().isEmpty());
     }
 
     void dawIsNotThere()
     {
-        const Operator op;
+        const WindowDriver velt;
         const ModalScript::Box box{
             QMessageBox::Warning, {}, "Process [Pro Tools] not found", QMessageBox::Ok};
         Recording::setApplications({"Finder", "pro tools", "Studio One"});
@@ -130,24 +130,24 @@ private slots:
              {"LOCATE", "DAW PLAY", "DAW STOP", "Key 0", "Key Tab", "Key Space"}) {
             ModalScript script;
             script.answer(box, QMessageBox::Ok);
-            op.press(name);
-            QVERIFY2(op.isFocusOnTable(), name);
+            velt.press(name);
+            QVERIFY2(velt.isFocusOnTable(), name);
         }
         {
             ModalScript script;
-            script.expect([&op](QWidget* shown) {
-                op.controllerNote(31); // Foot switch presses do not pile up boxes.
-                QTRY_VERIFY(!op.button("LOCATE")->isDown());
+            script.expect([&velt](QWidget* shown) {
+                velt.controllerNote(31); // Foot switch presses do not pile up boxes.
+                QTRY_VERIFY(!velt.button("LOCATE")->isDown());
                 shown->close();
             });
-            op.press("LOCATE");
+            velt.press("LOCATE");
         }
-        QVERIFY(!op.isRunning());
+        QVERIFY(!velt.isRunning());
         QVERIFY(Recording::takeEvents().isEmpty());
 
         // Once it runs, the next press finds it.
         Recording::setApplications({"Pro Tools"});
-        op.press("LOCATE");
+        velt.press("LOCATE");
         QCOMPARE(Recording::takeEvents().size(), bar(k12).size());
     }
 
@@ -171,11 +171,11 @@ private slots:
             data.Mode = mode;
             data.SongList[0].Bar = isMarker ? 999 : number;
             data.SongList[0].Marker = isMarker ? number : 999;
-            const Operator op(data);
-            op.press("LOCATE");
+            const WindowDriver velt(data);
+            velt.press("LOCATE");
             QCOMPARE(Recording::takeEvents(), events);
-            QCOMPARE(op.looks(), kFirstSent);
-            QCOMPARE(op.button("Key Enter")->isEnabled(), mode == 2 || mode == 3);
+            QCOMPARE(velt.rowMarks(), kFirstSent);
+            QCOMPARE(velt.button("Key Enter")->isEnabled(), mode == 2 || mode == 3);
         }
     }
 
@@ -193,61 +193,61 @@ private slots:
 
     void noShow()
     {
-        Operator op{EditData()};
-        QCOMPARE(op.shows->count(), 0);
-        QVERIFY(!op.button("LOCATE")->isEnabled());
-        op.controllerNote(31);
-        op.controllerNote(29);
-        op.endOfSong();
-        QMetaObject::invokeMethod(&op.window, "on_sendLocate_clicked");
-        QVERIFY(!op.isRunning());
+        WindowDriver velt{EditData()};
+        QCOMPARE(velt.shows->count(), 0);
+        QVERIFY(!velt.button("LOCATE")->isEnabled());
+        velt.controllerNote(31);
+        velt.controllerNote(29);
+        velt.endOfSong();
+        QMetaObject::invokeMethod(&velt.window, "on_sendLocate_clicked");
+        QVERIFY(!velt.isRunning());
         QVERIFY(Recording::takeEvents().isEmpty());
     }
 
     void doubleClick()
     {
-        const Operator op;
-        op.doubleClick(1, 0); // A space: its name is typed while the click starts a run.
-        QTest::keyClicks(op.openEditor(), "Pa");
-        QTRY_VERIFY(op.isRunning());
-        type(op.openEditor(), "Pause 10");
-        QCOMPARE(op.table->item(1, 0)->text(), QString("Pause 10"));
+        const WindowDriver velt;
+        velt.doubleClick(1, 0); // A space: its name is typed while the click starts a run.
+        QTest::keyClicks(velt.openEditor(), "Pa");
+        QTRY_VERIFY(velt.isRunning());
+        type(velt.openEditor(), "Pause 10");
+        QCOMPARE(velt.table->item(1, 0)->text(), QString("Pause 10"));
 
-        op.doubleClick(2, 0);
+        velt.doubleClick(2, 0);
         QVERIFY(Recording::takeEvents().isEmpty()); // Only when the button comes up again.
-        QTRY_COMPARE(op.looks(), kSecondSent);
+        QTRY_COMPARE(velt.rowMarks(), kSecondSent);
         QCOMPARE(Recording::takeEvents(), bar(k105));
-        op.doubleClick(3, 1);
-        QVERIFY(op.openEditor());
-        QVERIFY(!op.button("LOCATE")->isDown());
+        velt.doubleClick(3, 1);
+        QVERIFY(velt.openEditor());
+        QVERIFY(!velt.button("LOCATE")->isDown());
     }
 
     void editsInPlace()
     {
-        const Operator op;
+        const WindowDriver velt;
         QFile::remove(setListFilePath());
         // The same text is no edit, and neither are the redrawn rows of a run.
-        type(op.edit(0, 1), "lights up");
-        op.press("LOCATE");
-        op.press("Reset");
+        type(velt.edit(0, 1), "lights up");
+        velt.press("LOCATE");
+        velt.press("Reset");
         QVERIFY(!QFile::exists(setListFilePath()));
 
-        type(op.edit(2, 1), "0 2 bars early");
+        type(velt.edit(2, 1), "0 2 bars early");
         QVERIFY(setListFile().contains("0 2 bars early"));
-        type(op.edit(1, 0), "Pause");
+        type(velt.edit(1, 0), "Pause");
         QVERIFY(setListFile().contains("SpaceName=Pause"));
     }
 
     void editThatIsOpenIsKept()
     {
-        const Operator op;
-        op.press("LOCATE");
-        QTest::keyClicks(op.edit(2, 1), "half typed");
-        op.endOfSong(); // Redraws the very row.
-        QCOMPARE(op.table->item(2, 1)->text(), QString("half typed"));
-        QTest::keyClicks(op.openEditor(), " 0 on"); // What is typed on is no key for the DAW.
-        QTest::keyClick(op.openEditor(), Qt::Key_Return);
-        QTRY_COMPARE(op.table->item(2, 1)->text(), QString("half typed 0 on"));
+        const WindowDriver velt;
+        velt.press("LOCATE");
+        QTest::keyClicks(velt.edit(2, 1), "half typed");
+        velt.endOfSong(); // Redraws the very row.
+        QCOMPARE(velt.table->item(2, 1)->text(), QString("half typed"));
+        QTest::keyClicks(velt.openEditor(), " 0 on"); // What is typed on is no key for the DAW.
+        QTest::keyClick(velt.openEditor(), Qt::Key_Return);
+        QTRY_COMPARE(velt.table->item(2, 1)->text(), QString("half typed 0 on"));
         QVERIFY(setListFile().contains("half typed 0 on"));
     }
 
@@ -256,30 +256,30 @@ private slots:
     {
         EditData data = sampleData();
         data.ShowList[1].SetList = {data.ShowList[0].SetList[3]};
-        const Operator op(data);
+        const WindowDriver velt(data);
         ModalScript script;
         script.expect([](QWidget* editor) {
             editor->findChild<QTableWidget*>("tableShowList")->item(0, 0)->setText("");
             editor->findChild<QPushButton*>("pushCancel")->click();
         });
-        op.press("Edit");
-        op.shows->setCurrentIndex(1);
-        type(op.edit(0, 1), "new cue");
-        QTRY_COMPARE(op.shows->count(), 1);
-        op.select(0);
-        op.press("LOCATE");
+        velt.press("Edit");
+        velt.shows->setCurrentIndex(1);
+        type(velt.edit(0, 1), "new cue");
+        QTRY_COMPARE(velt.shows->count(), 1);
+        velt.select(0);
+        velt.press("LOCATE");
         QCOMPARE(Recording::takeEvents(), bar(k33));
     }
 
     void selectorsGiveTheFocusBack()
     {
-        const Operator op;
-        for (QComboBox* selector : {op.mode, op.shows}) {
+        const WindowDriver velt;
+        for (QComboBox* selector : {velt.mode, velt.shows}) {
             const int index = selector->currentIndex();
             selector->setFocus();
             selector->showPopup();
             selector->hidePopup(); // Escape, or the same choice again.
-            QVERIFY(op.isFocusOnTable());
+            QVERIFY(velt.isFocusOnTable());
             QWheelEvent turn({5, 5}, selector->mapToGlobal(QPoint(5, 5)), {}, {0, -120},
                              Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
             QCoreApplication::sendEvent(selector, &turn);

@@ -44,9 +44,9 @@ private slots:
     void geometry()
     {
         {
-            Operator op;
-            op.window.setGeometry(40, 50, 640, 480);
-            op.table->setColumnWidth(0, 222);
+            WindowDriver velt;
+            velt.window.setGeometry(40, 50, 640, 480);
+            velt.table->setColumnWidth(0, 222);
         }
         const MainWindow kept(nullptr);
         QCOMPARE(kept.geometry(), QRect(40, 50, 640, 480));
@@ -61,34 +61,34 @@ private slots:
 
     void firstShowIsShown()
     {
-        Operator op;
-        QCOMPARE(op.looks(), kPlain);
-        QCOMPARE(op.table->item(1, 0)->textAlignment(), int(Qt::AlignHCenter | Qt::AlignVCenter));
-        QCOMPARE(op.table->item(1, 1)->foreground().color(), QColor(Qt::black));
-        QCOMPARE(op.selectedRow(), 0);
-        QVERIFY(op.table->hasFocus());
-        QVERIFY(op.button("LOCATE")->isEnabled());
+        WindowDriver velt;
+        QCOMPARE(velt.rowMarks(), kPlain);
+        QCOMPARE(velt.table->item(1, 0)->textAlignment(), int(Qt::AlignHCenter | Qt::AlignVCenter));
+        QCOMPARE(velt.table->item(1, 1)->foreground().color(), QColor(Qt::black));
+        QCOMPARE(velt.selectedRow(), 0);
+        QVERIFY(velt.table->hasFocus());
+        QVERIFY(velt.button("LOCATE")->isEnabled());
 
         // Saved shows come back from the first, with nothing marked.
-        op.press("LOCATE");
-        op.shows->setCurrentIndex(1);
-        op.window.setShowData();
-        QCOMPARE(op.shows->currentText(), QString("Friday"));
-        QCOMPARE(op.looks(), kPlain);
-        QVERIFY(!op.isRunning());
+        velt.press("LOCATE");
+        velt.shows->setCurrentIndex(1);
+        velt.window.setShowData();
+        QCOMPARE(velt.shows->currentText(), QString("Friday"));
+        QCOMPARE(velt.rowMarks(), kPlain);
+        QVERIFY(!velt.isRunning());
     }
 
     void absentPorts()
     {
         EditData data = sampleData();
         data.MidiInPort = data.ShortcutMidiInPort = data.MidiOutPort = "Nobody:here";
-        Operator op(data); // A message box would never be answered.
-        op.window.midiReconnect();
-        QVERIFY(!op.dawIn->isPortOpen() && !op.controllerIn->isPortOpen());
-        QVERIFY(!op.window.findChild<QMidiOut*>()->isPortOpen());
-        op.press("DAW PLAY");
-        op.press("LOCATE");
-        QCOMPARE(op.looks(), kFirstSent);
+        WindowDriver velt(data); // A message box would never be answered.
+        velt.window.midiReconnect();
+        QVERIFY(!velt.dawIn->isPortOpen() && !velt.controllerIn->isPortOpen());
+        QVERIFY(!velt.window.findChild<QMidiOut*>()->isPortOpen());
+        velt.press("DAW PLAY");
+        velt.press("LOCATE");
+        QCOMPARE(velt.rowMarks(), kFirstSent);
     }
 
     void brokenFiles()
@@ -109,11 +109,11 @@ private slots:
     {
         EditData data = sampleData();
         data.ShowList[1].SetList.assign(200, data.ShowList[0].SetList[0]);
-        const Operator op(data);
+        const WindowDriver velt(data);
         QElapsedTimer timer;
         timer.start();
-        op.shows->setCurrentIndex(1);
-        QCOMPARE(op.table->rowCount(), 200);
+        velt.shows->setCurrentIndex(1);
+        QCOMPARE(velt.table->rowCount(), 200);
         QVERIFY2(timer.elapsed() < 50, qPrintable(QString::number(timer.elapsed())));
     }
 };

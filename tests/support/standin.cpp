@@ -1,51 +1,48 @@
 // SPDX-License-Identifier: MIT
 #include "standin.h"
 
+#include "desktop.h"
+
 #include <QTest>
 
 #include <csignal>
 
-const QString StandIn::kMmcPort = "Rehearsal MMC:commands";
-const QString StandIn::kNotesPort = "Rehearsal DAW:notes";
-const QString StandIn::kFootSwitchPort = "Rehearsal Foot switch:notes";
+const QString StandIn::kMmcPort = QStringLiteral("Rehearsal MMC:commands");
+const QString StandIn::kNotesPort = QStringLiteral("Rehearsal DAW:notes");
+const QString StandIn::kFootSwitchPort = QStringLiteral("Rehearsal Foot switch:notes");
 
-StandIn::StandIn(const QString& name)
+StandIn::StandIn(const QString& name) : StandIn(QStringList{name})
 {
-    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process.start(VELT_REHEARSAL, {name});
 }
 
-StandIn::~StandIn()
+StandIn::StandIn(const QStringList& arguments)
 {
-    suspend(false);
-    process.terminate();
-    if (!process.waitForFinished(5000)) {
-        kill();
-    }
+    process.setStandardErrorFile(QProcess::nullDevice());
+    start(QStringLiteral(VELT_REHEARSAL), arguments,
+          [this] { return has(QStringLiteral("ready")); });
+    forget();
 }
 
-bool StandIn::isReady()
+void StandIn::press(const QString& commands)
 {
-    return QTest::qWaitFor([this] { return count("ready") > 0; }, 10000);
-}
-
-void StandIn::press(const QString& command)
-{
-    process.write(command.toUtf8() + '\n');
+    process.write(commands.toUtf8() + '\n');
     process.waitForBytesWritten();
 }
 
-void StandIn::kill()
+void StandIn::type(const QString& keys)
 {
-    process.kill();
-    process.waitForFinished();
+    const QString search =
+        QStringLiteral("search --onlyvisible --name ^(Pro.Tools|Studio.One)$ key --delay 20 ");
+    Desktop::xdotool((search + keys).split(QLatin1Char(' ')));
 }
 
-void StandIn::suspend(bool stopped)
+bool StandIn::endsInOrder(int signal)
 {
-    if (process.state() == QProcess::Running) {
-        ::kill(static_cast<pid_t>(process.processId()), stopped ? SIGSTOP : SIGCONT);
+    if (signal != 0) {
+        ::kill(static_cast<pid_t>(process.processId()), signal);
     }
+    return process.waitForFinished() && process.exitStatus() == QProcess::NormalExit &&
+           process.exitCode() == 0;
 }
 
 const QVector<StandIn::Event>& StandIn::events()
@@ -54,7 +51,8 @@ const QVector<StandIn::Event>& StandIn::events()
     for (int end = unread.indexOf('\n'); end != -1; end = unread.indexOf('\n')) {
         const QString line = QString::fromUtf8(unread.left(end));
         unread.remove(0, end + 1);
-        received.append({line.section(' ', 0, 0).toDouble(), line.section(' ', 1)});
+        received.append(
+            {line.section(QLatin1Char(' '), 0, 0).toDouble(), line.section(QLatin1Char(' '), 1)});
     }
     return received;
 }
@@ -63,7 +61,18 @@ QStringList StandIn::texts(const QStringList& words)
 {
     QStringList found;
     for (const Event& event : events()) {
-        if (words.contains(event.text.section(' ', 0, 0))) {
+        if (words.contains(event.text.section(QLatin1Char(' '), 0, 0))) {
+            found << event.text;
+        }
+    }
+    return found;
+}
+
+QStringList StandIn::results()
+{
+    QStringList found;
+    for (const Event& event : events()) {
+        if (!event.text.startsWith(QLatin1String("key "))) {
             found << event.text;
         }
     }
@@ -72,11 +81,9 @@ QStringList StandIn::texts(const QStringList& words)
 
 int StandIn::count(const QString& text)
 {
-    int found = 0;
-    for (const Event& event : events()) {
-        found += event.text == text ? 1 : 0;
-    }
-    return found;
+    const QVector<Event>& all = events();
+    return int(std::count_if(all.begin(), all.end(),
+                             [&text](const Event& event) { return event.text == text; }));
 }
 
 void StandIn::forget()
