@@ -9,60 +9,91 @@ class TestMidiReactions : public AppTestCase
     Q_OBJECT
 
 private slots:
-    void autoLocateToTheEnd()
+    // Rows, marks and keys of AutoLocate are among those of a run.
+    void autoLocateKeepsTheFocus()
     {
         const WindowDriver velt;
         velt.press("LOCATE");
-        Recording::takeEvents();
-        velt.select(1);
         velt.mode->setFocus();
         velt.endOfSong(36);
-        QCOMPARE(Recording::takeEvents(), bar({0x53, 0x52, 0x57}));
         QCOMPARE(velt.rowMarks(), kSecondSent);
-        QCOMPARE(velt.selectedRow(), 1);
         QVERIFY(velt.mode->hasFocus());
+    }
 
-        velt.endOfSong(24);
-        QCOMPARE(Recording::takeEvents(), bar({0x55, 0x55}));
-        QCOMPARE(velt.rowMarks(), (QStringList{"plain", "space", "plain", "sent"}));
-        QCOMPARE(velt.selectedRow(), 1);
-        QVERIFY(!velt.isRunning());
+    void autoLocateShowsNoBox()
+    {
+        WindowDriver velt;
+        velt.press("LOCATE");
+        velt.window.setPreferenceData(); // Confirmed preferences that were open when the run began,
+        Recording::setApplications({"Finder"}); // and the DAW has gone.
+        Recording::takeEvents();
+        const ModalScript noBox;
+        velt.endOfSong();
+        QVERIFY(Recording::takeEvents().isEmpty());
+        QCOMPARE(velt.rowMarks(), kFirstSent);
+        QVERIFY(velt.isRunning());
+    }
+
+    void otherModes_data()
+    {
+        QTest::addColumn<QString>("mode");
+        QTest::addColumn<bool>("isInRun");
+        QTest::addColumn<bool>("stops");
+        QTest::newRow("AutoStop") << "AutoStop" << true << true;
+        QTest::newRow("AutoStop, no run") << "AutoStop" << false << false;
+        QTest::newRow("Manual") << "Manual" << true << false;
     }
 
     void otherModes()
     {
+        QFETCH(QString, mode);
+        QFETCH(bool, isInRun);
+        QFETCH(bool, stops);
         const WindowDriver velt;
-        velt.mode->setCurrentText("AutoStop");
-        velt.endOfSong(); // Without a run nothing happens.
-        QVERIFY(!velt.button("DAW STOP")->isDown());
-        velt.press("LOCATE");
+        if (isInRun) {
+            velt.press("LOCATE");
+        }
+        Recording::takeEvents();
+        const QStringList marks = velt.rowMarks();
+        velt.mode->setCurrentText(mode); // It can change during a run.
         velt.endOfSong();
-        QVERIFY(velt.button("DAW STOP")->isDown());
+        QCOMPARE(velt.button("DAW STOP")->isDown(), stops);
         QTRY_VERIFY(!velt.button("DAW STOP")->isDown());
-
-        velt.mode->setCurrentText("Manual"); // The mode can change during a run.
-        velt.endOfSong();
-        QVERIFY(!velt.button("DAW STOP")->isDown());
-        QVERIFY(velt.isRunning());
-        QCOMPARE(Recording::takeEvents(), bar({0x53, 0x54}));
-        QCOMPARE(velt.rowMarks(), kFirstSent);
+        QCOMPARE(velt.isRunning(), isInRun);
+        QVERIFY(Recording::takeEvents().isEmpty());
+        QCOMPARE(velt.rowMarks(), marks);
     }
 
-    void notesThatAreNone()
+    void otherMessages_data()
     {
+        QTest::addColumn<bool>("isFromDaw");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<int>("pitch");
+        QTest::addColumn<int>("velocity");
+        QTest::newRow("DAW: note on without velocity") << true << int(MIDI_NOTE_ON) << 24 << 0;
+        QTest::newRow("DAW: note on") << true << int(MIDI_NOTE_ON) << 24 << 100;
+        QTest::newRow("DAW: another note") << true << int(MIDI_NOTE_OFF) << 25 << 0;
+        QTest::newRow("DAW: control change") << true << int(MIDI_CONTROL_CHANGE) << 24 << 0;
+        QTest::newRow("controller: no velocity") << false << int(MIDI_NOTE_ON) << 31 << 0;
+        QTest::newRow("controller: note off") << false << int(MIDI_NOTE_OFF) << 31 << 100;
+        QTest::newRow("controller: another note") << false << int(MIDI_NOTE_ON) << 30 << 100;
+    }
+
+    void otherMessages()
+    {
+        QFETCH(bool, isFromDaw);
+        QFETCH(int, status);
+        QFETCH(int, pitch);
+        QFETCH(int, velocity);
         const WindowDriver velt;
         velt.press("LOCATE");
         Recording::takeEvents();
-        WindowDriver::receive(velt.dawIn, MIDI_NOTE_ON, 24, 0); // No note off.
-        WindowDriver::receive(velt.dawIn, MIDI_NOTE_ON, 24, 100);
-        WindowDriver::receive(velt.dawIn, MIDI_NOTE_OFF, 25, 0);
-        WindowDriver::receive(velt.dawIn, MIDI_CONTROL_CHANGE, 24, 0);
-        WindowDriver::receive(velt.controllerIn, MIDI_NOTE_ON, 31, 0);
-        WindowDriver::receive(velt.controllerIn, MIDI_NOTE_OFF, 31, 100);
-        WindowDriver::receive(velt.controllerIn, MIDI_NOTE_ON, 30, 100);
+        WindowDriver::receive(isFromDaw ? velt.dawIn : velt.controllerIn,
+                              static_cast<QMidiStatus>(status), pitch, velocity);
         QVERIFY(!velt.button("LOCATE")->isDown());
         QVERIFY(Recording::takeEvents().isEmpty());
         QCOMPARE(velt.rowMarks(), kFirstSent);
+        QCOMPARE(velt.selectedRow(), 0);
     }
 
     void controllerThroughTheShow()
@@ -99,14 +130,30 @@ private slots:
         QVERIFY(Recording::takeEvents().isEmpty());
     }
 
+    void sameNoteTwice_data()
+    {
+        QTest::addColumn<int>("first"); // Of the assigned notes, from Song UP to DAW STOP.
+        QTest::newRow("Song UP and DOWN") << 0;
+        QTest::newRow("Song DOWN and LOCATE") << 1;
+        QTest::newRow("LOCATE and DAW PLAY") << 2;
+        QTest::newRow("DAW PLAY and STOP") << 3;
+    }
+
+    // The earlier of two actions with one note wins.
     void sameNoteTwice()
     {
+        QFETCH(int, first);
         EditData data = sampleData();
-        data.NoteSongDown = data.NoteLocate = 40;
+        std::int32_t* const notes[] = {&data.NoteSongUp, &data.NoteSongDown, &data.NoteLocate,
+                                       &data.NoteDawPlay, &data.NoteDawStop};
+        *notes[first] = *notes[first + 1] = 40;
         const WindowDriver velt(data);
+        velt.select(2);
         velt.controllerNote(40);
-        QCOMPARE(velt.selectedRow(), 1);
-        QVERIFY(!velt.button("LOCATE")->isDown());
+        QCOMPARE(velt.selectedRow(), first == 0 ? 1 : first == 1 ? 3 : 2);
+        QCOMPARE(velt.button("LOCATE")->isDown(), first == 2);
+        QCOMPARE(velt.button("DAW PLAY")->isDown(), first == 3);
+        QVERIFY(!velt.button("DAW STOP")->isDown());
     }
 
     // The editor changes the very data that the notes act on.

@@ -6,6 +6,8 @@
 #include <QPointer>
 #include <QWheelEvent>
 
+Q_DECLARE_METATYPE(Recording::Event)
+
 namespace {
 
 const QVector<int> k12{0x53, 0x54};
@@ -29,6 +31,22 @@ void type(QLineEdit* editor, const QString& text)
     QTRY_VERIFY(!open);
 }
 
+// Does what each word says: "0" selects that row, "none" nothing, anything else presses or ends.
+void perform(WindowDriver& velt, const QString& actions)
+{
+    for (const QString& action : actions.split(' ')) {
+        if (action == "none") {
+            velt.table->clearSelection();
+        } else if (action == "end") {
+            velt.endOfSong();
+        } else if (action[0].isDigit()) {
+            velt.select(action.toInt());
+        } else {
+            velt.press(action);
+        }
+    }
+}
+
 } // namespace
 
 // Stepping through a set list, as the operator does with mouse and keyboard.
@@ -37,146 +55,169 @@ class TestRun : public AppTestCase
     Q_OBJECT
 
 private slots:
-    void throughTheShow()
+    void marksAndKeys_data()
     {
+        QTest::addColumn<QString>("actions");
+        QTest::addColumn<QStringList>("marks");
+        QTest::addColumn<QVector<int>>("songs"); // Their rows, in the order in which they are sent.
+        QTest::addColumn<bool>("isRunning");
+        QTest::addColumn<int>("selected");
+        using Rows = QVector<int>;
+        const QStringList lastSent{"plain", "space", "plain", "sent"};
+        const QStringList reset{"sent", "space", "plain", "plain"};
+        QTest::newRow("first") << "LOCATE" << kFirstSent << Rows{0} << true << 0;
+        QTest::newRow("next") << "LOCATE 2 LOCATE" << kSecondSent << Rows{0, 2} << true << 2;
+        QTest::newRow("last") << "3 LOCATE" << lastSent << Rows{3} << false << 3;
+        QTest::newRow("past the next") << "LOCATE 3 LOCATE" << lastSent << Rows{0, 3} << false << 3;
+        QTest::newRow("back") << "2 LOCATE 0 LOCATE" << kFirstSent << Rows{2, 0} << true << 0;
+        QTest::newRow("again") << "LOCATE LOCATE" << kFirstSent << Rows{0, 0} << true << 0;
+        QTest::newRow("nothing selected, one sent")
+            << "LOCATE none LOCATE" << kFirstSent << Rows{0, 0} << true << 0;
+        QTest::newRow("nothing selected or sent")
+            << "none LOCATE" << kPlain << Rows{} << true << -1;
+        QTest::newRow("space") << "1 LOCATE" << kPlain << Rows{} << true << 1;
+        QTest::newRow("space in a run") << "LOCATE 1 LOCATE" << kFirstSent << Rows{0} << true << 1;
+        QTest::newRow("Reset") << "LOCATE 2 Reset" << reset << Rows{0} << false << 2;
+        QTest::newRow("another after Reset")
+            << "LOCATE Reset 2 LOCATE" << kSecondSent << Rows{0, 2} << true << 2;
+        QTest::newRow("end of song") << "LOCATE 1 end" << kSecondSent << Rows{0, 2} << true << 1;
+        QTest::newRow("end of last song")
+            << "LOCATE 1 end end" << lastSent << Rows{0, 2, 3} << false << 1;
+        QTest::newRow("end of song, no run") << "end" << kPlain << Rows{} << false << 0;
+        QTest::newRow("end of song, none is next")
+            << "LOCATE Reset 1 LOCATE end" << reset << Rows{0} << true << 1;
+    }
+
+    void marksAndKeys()
+    {
+        QFETCH(QString, actions);
+        QFETCH(QStringList, marks);
+        QFETCH(QVector<int>, songs);
+        QFETCH(bool, isRunning);
+        QFETCH(int, selected);
         WindowDriver velt;
-        const auto selection = [&velt] {
+        perform(velt, actions);
+        QCOMPARE(velt.rowMarks(), marks);
+        QCOMPARE(velt.isRunning(), isRunning);
+        QCOMPARE(velt.selectedRow(), selected);
+        QVERIFY(velt.isFocusOnTable());
+        Recording::Events expected;
+        for (const int row : songs) {
+            expected += bar(row == 0 ? k12 : row == 2 ? k105 : k33);
+        }
+        QCOMPARE(Recording::takeEvents(), expected);
+    }
+
+    void selectionHasTheColorOfItsRow()
+    {
+        const WindowDriver velt;
+        const auto colors = [&velt] {
             const QPalette palette = velt.table->palette();
             return palette.color(QPalette::Inactive, QPalette::HighlightedText).name() + " on " +
                    palette.color(QPalette::Inactive, QPalette::Highlight).name();
         };
         velt.press("LOCATE");
-        QCOMPARE(Recording::takeEvents(), bar(k12));
-        QCOMPARE(velt.rowMarks(), kFirstSent);
-        QVERIFY(velt.isRunning());
-        QCOMPARE(selection(), QString("#bb0000 on #b4efef")); // The row is selected, as sent.
-        QVERIFY(velt.isFocusOnTable());
+        QCOMPARE(colors(), QString("#bb0000 on #b4efef"));
+        velt.select(1);
+        QCOMPARE(colors(), QString("#000000 on #b4efef"));
+        velt.select(2);
+        QCOMPARE(colors(), QString("#0000bb on #b4efef"));
+    }
 
-        QTest::keyClick(velt.table, Qt::Key_Down);
-        QCOMPARE(selection(), QString("#000000 on #b4efef"));
-        QTest::keyClick(velt.table, Qt::Key_Down);
-        QCOMPARE(selection(), QString("#0000bb on #b4efef"));
-        velt.press("LOCATE");
-        QCOMPARE(Recording::takeEvents(), bar(k105));
-        QCOMPARE(velt.rowMarks(), kSecondSent);
-
-        velt.select(3);
-        velt.press("LOCATE");
-        QCOMPARE(Recording::takeEvents(), bar(k33));
-        QCOMPARE(velt.rowMarks(), (QStringList{"plain", "space", "plain", "sent"}));
-        QVERIFY(!velt.isRunning());
-        QCOMPARE(velt.selectedRow(), 3);
-
-        // The process is looked up once for all of it, until preferences name another one.
+    void processIsLookedUpOnceUntilDataChanges()
+    {
+        WindowDriver velt;
+        perform(velt, "LOCATE end 0 LOCATE Reset");
         QCOMPARE(Recording::enumerations(), 1);
         velt.window.setPreferenceData();
-        velt.press("DAW PLAY");
+        perform(velt, "LOCATE Reset");
         QCOMPARE(Recording::enumerations(), 2);
+        velt.window.setShowData();
+        velt.press("LOCATE");
+        QCOMPARE(Recording::enumerations(), 3);
+    }
 
-        // What was sent is forgotten when a show is loaded.
+    void anotherShowForgetsWhatWasSent()
+    {
+        WindowDriver velt;
+        perform(velt, "LOCATE Reset");
         velt.shows->setCurrentIndex(1);
         QCOMPARE(velt.table->rowCount(), 0);
         QVERIFY(!velt.button("LOCATE")->isEnabled());
         velt.shows->setCurrentIndex(0);
         QCOMPARE(velt.rowMarks(), kPlain);
-        velt.table->clearSelection();
-        velt.press("LOCATE");
+        Recording::takeEvents();
+        perform(velt, "none LOCATE");
         QVERIFY(Recording::takeEvents().isEmpty());
     }
 
-    void locatesAgainAndResets()
+    void dawIsNotThere_data()
     {
-        const WindowDriver velt;
-        velt.press("LOCATE");
-        velt.press("LOCATE");
-        velt.table->clearSelection(); // With nothing selected, what was sent is sent again.
-        velt.press("LOCATE");
-        QCOMPARE(Recording::takeEvents(), bar(k12) + bar(k12) + bar(k12));
-        QCOMPARE(velt.rowMarks(), kFirstSent);
-        QCOMPARE(velt.selectedRow(), 0);
-
-        velt.select(2);
-        velt.press("Reset");
-        QVERIFY(!velt.isRunning());
-        QCOMPARE(velt.rowMarks(), (QStringList{"sent", "space", "plain", "plain"}));
-        QCOMPARE(velt.selectedRow(), 2);
-        QVERIFY(velt.isFocusOnTable());
-        velt.press("LOCATE");
-        QCOMPARE(Recording::takeEvents(), bar(k105));
-        QCOMPARE(velt.rowMarks(), kSecondSent);
-    }
-
-    void spaceStartsARunAndSendsNothing()
-    {
-        const WindowDriver velt;
-        velt.select(1);
-        velt.press("LOCATE");
-        QVERIFY(velt.isRunning());
-        QCOMPARE(velt.rowMarks(), kPlain);
-        QVERIFY(velt.isFocusOnTable());
-
-        velt.endOfSong(); // No entry is next: the note is ignored, the run goes on.
-        QVERIFY(velt.isRunning());
-        QVERIFY(Recording::takeEvents().isEmpty());
+        QTest::addColumn<QString>("button");
+        for (const char* name :
+             {"LOCATE", "DAW PLAY", "DAW STOP", "Key 0", "Key Tab", "Key Space"}) {
+            QTest::newRow(name) << name;
+        }
     }
 
     void dawIsNotThere()
     {
+        QFETCH(QString, button);
         const WindowDriver velt;
-        const ModalScript::Box box{
-            QMessageBox::Warning, {}, "Process [Pro Tools] not found", QMessageBox::Ok};
         Recording::setApplications({"Finder", "pro tools", "Studio One"});
-        for (const char* name :
-             {"LOCATE", "DAW PLAY", "DAW STOP", "Key 0", "Key Tab", "Key Space"}) {
-            ModalScript script;
-            script.answer(box, QMessageBox::Ok);
-            velt.press(name);
-            QVERIFY2(velt.isFocusOnTable(), name);
-        }
-        {
-            ModalScript script;
-            script.expect([&velt](QWidget* shown) {
-                velt.controllerNote(31); // Foot switch presses do not pile up boxes.
-                QTRY_VERIFY(!velt.button("LOCATE")->isDown());
-                shown->close();
-            });
-            velt.press("LOCATE");
-        }
+        ModalScript script;
+        script.expect([&velt](QWidget* shown) {
+            auto* box = qobject_cast<QMessageBox*>(shown);
+            QCOMPARE(box->icon(), QMessageBox::Warning);
+            QCOMPARE(box->windowTitle(), QString());
+            QCOMPARE(box->text(), QString("Process [Pro Tools] not found"));
+            QCOMPARE(box->standardButtons(), QMessageBox::StandardButtons(QMessageBox::Ok));
+            velt.controllerNote(31); // Foot switch presses do not pile up boxes.
+            QTRY_VERIFY(!velt.button("LOCATE")->isDown());
+            box->button(QMessageBox::Ok)->click();
+        });
+        velt.press(button);
+        QVERIFY(velt.isFocusOnTable());
         QVERIFY(!velt.isRunning());
         QVERIFY(Recording::takeEvents().isEmpty());
 
-        // Once it runs, the next press finds it.
-        Recording::setApplications({"Pro Tools"});
+        Recording::setApplications({"Pro Tools"}); // Once it runs, the next press finds it.
         velt.press("LOCATE");
         QCOMPARE(Recording::takeEvents().size(), bar(k12).size());
     }
 
+    void everyModeTypesItsOwn_data()
+    {
+        QTest::addColumn<int>("mode");
+        QTest::addColumn<int>("number");
+        QTest::addColumn<Recording::Events>("events");
+        const auto studio = [](int opener, const QVector<int>& keys) {
+            return Recording::press(kStudioOne, opener, Recording::kCommand) +
+                   Recording::presses(kStudioOne, keys);
+        };
+        QTest::newRow("Pro Tools, bars") << 0 << 105 << bar(k105);
+        QTest::newRow("a sign is no key") << 0 << -5 << bar({0x52});
+        QTest::newRow("Pro Tools, markers")
+            << 1 << 7 << Recording::presses(kProTools, {0x41, 0x59, 0x41});
+        QTest::newRow("Studio One, bars") << 2 << 33 << studio(0x11, {0x55, 0x55, 0x24});
+        QTest::newRow("Studio One, markers") << 3 << 10 << studio(0x29, {0x53, 0x52, 0x4C});
+        QTest::newRow("no such mode") << 9 << 12 << Recording::Events();
+    }
+
     void everyModeTypesItsOwn()
     {
-        const std::tuple<int, int, Recording::Events> cases[] = {
-            {0, 105, bar(k105)},
-            {0, -5, bar({0x52})}, // A sign is no key.
-            {1, 7, Recording::presses(kProTools, {0x41, 0x59, 0x41})},
-            {2, 33,
-             Recording::press(kStudioOne, 0x11, Recording::kCommand) +
-                 Recording::presses(kStudioOne, {0x55, 0x55, 0x24})},
-            {3, 10,
-             Recording::press(kStudioOne, 0x29, Recording::kCommand) +
-                 Recording::presses(kStudioOne, {0x53, 0x52, 0x4C})},
-            // Only a hand-edited file holds this; the transport is stopped all the same.
-            {9, 12, {}}};
-        for (const auto& [mode, number, events] : cases) {
-            const bool isMarker = mode == 1 || mode == 3;
-            EditData data = sampleData();
-            data.Mode = mode;
-            data.SongList[0].Bar = isMarker ? 999 : number;
-            data.SongList[0].Marker = isMarker ? number : 999;
-            const WindowDriver velt(data);
-            velt.press("LOCATE");
-            QCOMPARE(Recording::takeEvents(), events);
-            QCOMPARE(velt.rowMarks(), kFirstSent);
-            QCOMPARE(velt.button("Key Enter")->isEnabled(), mode == 2 || mode == 3);
-        }
+        QFETCH(int, mode);
+        QFETCH(int, number);
+        QFETCH(Recording::Events, events);
+        const bool isMarker = mode == 1 || mode == 3;
+        EditData data = sampleData();
+        data.Mode = mode;
+        data.SongList[0].Bar = isMarker ? 999 : number;
+        data.SongList[0].Marker = isMarker ? number : 999;
+        const WindowDriver velt(data);
+        velt.press("LOCATE");
+        QCOMPARE(Recording::takeEvents(), events);
+        QCOMPARE(velt.rowMarks(), kFirstSent);
     }
 
     void nextEntry()
@@ -186,9 +227,9 @@ private slots:
         setList[2].SetType = 5; // Whatever that may be.
         QCOMPARE(MainWindow::getNextPos(-1, setList), 0);
         QCOMPARE(MainWindow::getNextPos(0, setList), 3);
-        for (const int pos : {3, 7, -2}) {
-            QCOMPARE(MainWindow::getNextPos(pos, setList), -1);
-        }
+        QCOMPARE(MainWindow::getNextPos(3, setList), -1);
+        QCOMPARE(MainWindow::getNextPos(7, setList), -1);
+        QCOMPARE(MainWindow::getNextPos(-2, setList), -1);
     }
 
     void noShow()
@@ -236,19 +277,6 @@ private slots:
         QVERIFY(setListFile().contains("0 2 bars early"));
         type(velt.edit(1, 0), "Pause");
         QVERIFY(setListFile().contains("SpaceName=Pause"));
-    }
-
-    void editThatIsOpenIsKept()
-    {
-        const WindowDriver velt;
-        velt.press("LOCATE");
-        QTest::keyClicks(velt.edit(2, 1), "half typed");
-        velt.endOfSong(); // Redraws the very row.
-        QCOMPARE(velt.table->item(2, 1)->text(), QString("half typed"));
-        QTest::keyClicks(velt.openEditor(), " 0 on"); // What is typed on is no key for the DAW.
-        QTest::keyClick(velt.openEditor(), Qt::Key_Return);
-        QTRY_COMPARE(velt.table->item(2, 1)->text(), QString("half typed 0 on"));
-        QVERIFY(setListFile().contains("half typed 0 on"));
     }
 
     // A show that lost its title in the editor is dropped by the write that follows a cue edit.
