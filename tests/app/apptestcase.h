@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "operatorfixture.h"
 #include "recordingplatform.h"
 #include "testcase.h"
+#include "windowdriver.h"
 
 // Where the workstations stand in the list of applications that every test function starts with.
 constexpr int kProTools = 1;

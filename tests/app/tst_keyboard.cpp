@@ -7,100 +7,113 @@ class TestKeyboard : public AppTestCase
     Q_OBJECT
 
 private slots:
-    void keysAndButtonsFollowTheMode()
+    void keysFollowTheMode_data()
     {
-        const std::tuple<Qt::Key, QString, int> keys[] = {{Qt::Key_0, "Key 0", 0x52},
-                                                          {Qt::Key_Tab, "Key Tab", 0x30},
-                                                          {Qt::Key_Space, "Key Space", 0x31},
-                                                          {Qt::Key_Enter, "Key Enter", 0x4C}};
+        QTest::addColumn<int>("mode");
+        QTest::addColumn<Qt::Key>("key");
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<int>("code"); // 0: the key does nothing.
         for (const int mode : {0, 1, 2, 3}) {
-            EditData data = sampleData();
-            data.Mode = mode;
-            const Operator op(data);
-            for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Left, Qt::Key_Right, Qt::Key_L}) {
-                QTest::keyClick(op.table, key);
-            }
-            for (const auto& [key, name, code] : keys) {
-                const bool works = name == "Key 0" || (name == "Key Enter") == (mode > 1);
-                const QPushButton* button = op.button(name);
-                QCOMPARE(button->isEnabled(), works);
-                QVERIFY(button->styleSheet().contains(works ? "#767471" : "#b3b0ab"));
-                QVERIFY(!button->isDown());
-                QTest::keyClick(op.table, key);
-                QCOMPARE(button->isDown(), works);
-                QTRY_VERIFY(!button->isDown());
-                const int daw = mode > 1 ? kStudioOne : kProTools;
-                QCOMPARE(Recording::takeEvents(),
-                         works ? Recording::press(daw, code) : Recording::Events());
-            }
-            QCOMPARE(op.selectedRow(), 0);
+            const bool isStudio = mode > 1;
+            const auto row = [mode](Qt::Key key, const char* button, int code) {
+                QTest::addRow("%s, mode %d", button, mode) << mode << key << button << code;
+            };
+            row(Qt::Key_0, "Key 0", 0x52);
+            row(Qt::Key_Tab, "Key Tab", isStudio ? 0 : 0x30);
+            row(Qt::Key_Space, "Key Space", isStudio ? 0 : 0x31);
+            row(Qt::Key_Enter, "Key Enter", isStudio ? 0x4C : 0);
         }
+    }
+
+    void keysFollowTheMode()
+    {
+        QFETCH(int, mode);
+        QFETCH(Qt::Key, key);
+        QFETCH(QString, button);
+        QFETCH(int, code);
+        EditData data = sampleData();
+        data.Mode = mode;
+        data.ShowKeyButton = mode % 2 == 0; // A hidden button works all the same.
+        const WindowDriver velt(data);
+        const QPushButton* pressed = velt.button(button);
+        QCOMPARE(pressed->isVisible(), data.ShowKeyButton);
+        QCOMPARE(pressed->isEnabled(), code != 0);
+        QVERIFY(pressed->styleSheet().contains(code != 0 ? "#767471" : "#b3b0ab"));
+        for (const Qt::Key other : {Qt::Key_Return, Qt::Key_Left, Qt::Key_Right, Qt::Key_L}) {
+            QTest::keyClick(velt.table, other);
+        }
+        QTest::keyClick(velt.table, key);
+        QCOMPARE(pressed->isDown(), code != 0);
+        QTRY_VERIFY(!pressed->isDown());
+        QCOMPARE(Recording::takeEvents(),
+                 code == 0 ? Recording::Events() : Recording::press(mode / 2 + 1, code));
+        QCOMPARE(velt.selectedRow(), 0);
     }
 
     void cueColumnTakesKeysUntilARunIsOn()
     {
-        const Operator op;
-        op.select(2, 1);
-        QTest::keyClick(op.table, Qt::Key_0);
-        QVERIFY(op.openEditor());
-        QVERIFY(!op.button("Key 0")->isDown());
-        QTest::keyClicks(op.openEditor(), " 7 0");
-        QTest::keyClick(op.openEditor(), Qt::Key_Enter);
-        QTRY_COMPARE(op.table->item(2, 1)->text(), QString("0 7 0"));
+        const WindowDriver velt;
+        velt.select(2, 1);
+        QTest::keyClick(velt.table, Qt::Key_0);
+        QVERIFY(velt.openEditor());
+        QVERIFY(!velt.button("Key 0")->isDown());
+        QTest::keyClicks(velt.openEditor(), " 7 0");
+        QTest::keyClick(velt.openEditor(), Qt::Key_Enter);
+        QTRY_COMPARE(velt.table->item(2, 1)->text(), QString("0 7 0"));
         QVERIFY(Recording::takeEvents().isEmpty());
 
         // Up and Down still move, and Tab stays the DAW's.
-        op.select(2, 1);
-        QTest::keyClick(op.table, Qt::Key_Down);
-        QCOMPARE(op.selectedRow(), 3);
-        QTest::keyClick(op.table, Qt::Key_Up);
-        QCOMPARE(op.selectedRow(), 2);
-        QTest::keyClick(op.table, Qt::Key_Tab);
-        QVERIFY(op.button("Key Tab")->isDown());
-        QTRY_VERIFY(!op.button("Key Tab")->isDown());
+        velt.select(2, 1);
+        QTest::keyClick(velt.table, Qt::Key_Down);
+        QCOMPARE(velt.selectedRow(), 3);
+        QTest::keyClick(velt.table, Qt::Key_Up);
+        QCOMPARE(velt.selectedRow(), 2);
+        QTest::keyClick(velt.table, Qt::Key_Tab);
+        QVERIFY(velt.button("Key Tab")->isDown());
+        QTRY_VERIFY(!velt.button("Key Tab")->isDown());
 
-        op.press("LOCATE");
-        op.select(3, 1);
-        QTest::keyClick(op.table, Qt::Key_0);
-        QVERIFY(op.button("Key 0")->isDown());
-        QTRY_VERIFY(!op.button("Key 0")->isDown());
+        velt.press("LOCATE");
+        velt.select(3, 1);
+        QTest::keyClick(velt.table, Qt::Key_0);
+        QVERIFY(velt.button("Key 0")->isDown());
+        QTRY_VERIFY(!velt.button("Key 0")->isDown());
     }
 
     void focusedControlsIgnoreKeys()
     {
-        const Operator op;
-        op.mode->setFocus();
+        const WindowDriver velt;
+        velt.mode->setFocus();
         for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_M}) {
-            QTest::keyClick(op.mode, key);
+            QTest::keyClick(velt.mode, key);
         }
-        QCOMPARE(op.mode->currentText(), QString("AutoLocate"));
-        op.press("LOCATE");
-        op.button("Reset")->setFocus();
-        QTest::keyClick(op.button("Reset"), Qt::Key_Space);
-        QVERIFY(op.isRunning());
-        QVERIFY(op.button("Key Space")->isDown());
+        QCOMPARE(velt.mode->currentText(), QString("AutoLocate"));
+        velt.press("LOCATE");
+        velt.button("Reset")->setFocus();
+        QTest::keyClick(velt.button("Reset"), Qt::Key_Space);
+        QVERIFY(velt.isRunning());
+        QVERIFY(velt.button("Key Space")->isDown());
 
         // The Edit button passes the focus on.
-        op.press("Reset");
-        op.mode->setFocus();
-        op.button("Edit")->setFocus(Qt::TabFocusReason);
-        QVERIFY(op.table->hasFocus());
+        velt.press("Reset");
+        velt.mode->setFocus();
+        velt.button("Edit")->setFocus(Qt::TabFocusReason);
+        QVERIFY(velt.table->hasFocus());
     }
 
     void frameShowsTheFocus()
     {
-        const Operator op;
-        QWidget* const widgets[] = {op.table, op.mode, op.shows, op.button("Pref."),
-                                    op.button("Key 0")};
+        const WindowDriver velt;
+        QWidget* const widgets[] = {velt.table, velt.mode, velt.shows, velt.button("Pref."),
+                                    velt.button("Key 0")};
         for (QWidget* widget : widgets) {
             widget->setFocus();
             QVERIFY(widget->hasFocus());
-            QVERIFY(op.frame->styleSheet().contains("background-color:#ffcc00;"));
+            QVERIFY(velt.frame->styleSheet().contains("background-color:#ffcc00;"));
         }
         QWidget elsewhere;
         elsewhere.show();
         elsewhere.activateWindow();
-        QTRY_VERIFY(op.frame->styleSheet().contains("background-color:#4B4B4B;"));
+        QTRY_VERIFY(velt.frame->styleSheet().contains("background-color:#4B4B4B;"));
     }
 };
 

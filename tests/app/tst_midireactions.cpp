@@ -13,104 +13,151 @@ class TestMidiReactions : public AppTestCase
     Q_OBJECT
 
 private slots:
-    void autoLocateToTheEnd()
+    // Rows, marks and keys of AutoLocate are among those of a run.
+    void autoLocateKeepsTheFocus()
     {
-        const Operator op;
-        op.press("LOCATE");
-        Recording::takeEvents();
-        op.select(1);
-        op.mode->setFocus();
-        op.endOfSong(36);
-        QCOMPARE(Recording::takeEvents(), bar({0x53, 0x52, 0x57}));
-        QCOMPARE(op.looks(), kSecondSent);
-        QCOMPARE(op.selectedRow(), 1);
-        QVERIFY(op.mode->hasFocus());
+        const WindowDriver velt;
+        velt.press("LOCATE");
+        velt.mode->setFocus();
+        velt.endOfSong(36);
+        QCOMPARE(velt.rowMarks(), kSecondSent);
+        QVERIFY(velt.mode->hasFocus());
+    }
 
-        op.endOfSong(24);
-        QCOMPARE(Recording::takeEvents(), bar({0x55, 0x55}));
-        QCOMPARE(op.looks(), (QStringList{"plain", "space", "plain", "sent"}));
-        QCOMPARE(op.selectedRow(), 1);
-        QVERIFY(!op.isRunning());
+    void autoLocateShowsNoBox()
+    {
+        WindowDriver velt;
+        velt.press("LOCATE");
+        velt.window.setPreferenceData(); // Confirmed preferences that were open when the run began,
+        Recording::setApplications({"Finder"}); // and the DAW has gone.
+        Recording::takeEvents();
+        const ModalScript noBox;
+        velt.endOfSong();
+        QVERIFY(Recording::takeEvents().isEmpty());
+        QCOMPARE(velt.rowMarks(), kFirstSent);
+        QVERIFY(velt.isRunning());
+    }
+
+    void otherModes_data()
+    {
+        QTest::addColumn<QString>("mode");
+        QTest::addColumn<bool>("isInRun");
+        QTest::addColumn<bool>("stops");
+        QTest::newRow("AutoStop") << "AutoStop" << true << true;
+        QTest::newRow("AutoStop, no run") << "AutoStop" << false << false;
+        QTest::newRow("Manual") << "Manual" << true << false;
     }
 
     void otherModes()
     {
-        const Operator op;
-        op.mode->setCurrentText("AutoStop");
-        op.endOfSong(); // Without a run nothing happens.
-        QVERIFY(!op.button("DAW STOP")->isDown());
-        op.press("LOCATE");
-        op.endOfSong();
-        QVERIFY(op.button("DAW STOP")->isDown());
-        QTRY_VERIFY(!op.button("DAW STOP")->isDown());
-
-        op.mode->setCurrentText("Manual"); // The mode can change during a run.
-        op.endOfSong();
-        QVERIFY(!op.button("DAW STOP")->isDown());
-        QVERIFY(op.isRunning());
-        QCOMPARE(Recording::takeEvents(), bar({0x53, 0x54}));
-        QCOMPARE(op.looks(), kFirstSent);
+        QFETCH(QString, mode);
+        QFETCH(bool, isInRun);
+        QFETCH(bool, stops);
+        const WindowDriver velt;
+        if (isInRun) {
+            velt.press("LOCATE");
+        }
+        Recording::takeEvents();
+        const QStringList marks = velt.rowMarks();
+        velt.mode->setCurrentText(mode); // It can change during a run.
+        velt.endOfSong();
+        QCOMPARE(velt.button("DAW STOP")->isDown(), stops);
+        QTRY_VERIFY(!velt.button("DAW STOP")->isDown());
+        QCOMPARE(velt.isRunning(), isInRun);
+        QVERIFY(Recording::takeEvents().isEmpty());
+        QCOMPARE(velt.rowMarks(), marks);
     }
 
-    void notesThatAreNone()
+    void otherMessages_data()
     {
-        const Operator op;
-        op.press("LOCATE");
+        QTest::addColumn<bool>("isFromDaw");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<int>("pitch");
+        QTest::addColumn<int>("velocity");
+        QTest::newRow("DAW: note on without velocity") << true << int(MIDI_NOTE_ON) << 24 << 0;
+        QTest::newRow("DAW: note on") << true << int(MIDI_NOTE_ON) << 24 << 100;
+        QTest::newRow("DAW: another note") << true << int(MIDI_NOTE_OFF) << 25 << 0;
+        QTest::newRow("DAW: control change") << true << int(MIDI_CONTROL_CHANGE) << 24 << 0;
+        QTest::newRow("controller: no velocity") << false << int(MIDI_NOTE_ON) << 31 << 0;
+        QTest::newRow("controller: note off") << false << int(MIDI_NOTE_OFF) << 31 << 100;
+        QTest::newRow("controller: another note") << false << int(MIDI_NOTE_ON) << 30 << 100;
+    }
+
+    void otherMessages()
+    {
+        QFETCH(bool, isFromDaw);
+        QFETCH(int, status);
+        QFETCH(int, pitch);
+        QFETCH(int, velocity);
+        const WindowDriver velt;
+        velt.press("LOCATE");
         Recording::takeEvents();
-        Operator::receive(op.dawIn, MIDI_NOTE_ON, 24, 0); // No note off.
-        Operator::receive(op.dawIn, MIDI_NOTE_ON, 24, 100);
-        Operator::receive(op.dawIn, MIDI_NOTE_OFF, 25, 0);
-        Operator::receive(op.dawIn, MIDI_CONTROL_CHANGE, 24, 0);
-        Operator::receive(op.controllerIn, MIDI_NOTE_ON, 31, 0);
-        Operator::receive(op.controllerIn, MIDI_NOTE_OFF, 31, 100);
-        Operator::receive(op.controllerIn, MIDI_NOTE_ON, 30, 100);
-        QVERIFY(!op.button("LOCATE")->isDown());
+        WindowDriver::receive(isFromDaw ? velt.dawIn : velt.controllerIn,
+                              static_cast<QMidiStatus>(status), pitch, velocity);
+        QVERIFY(!velt.button("LOCATE")->isDown());
         QVERIFY(Recording::takeEvents().isEmpty());
-        QCOMPARE(op.looks(), kFirstSent);
+        QCOMPARE(velt.rowMarks(), kFirstSent);
+        QCOMPARE(velt.selectedRow(), 0);
     }
 
     void controllerThroughTheShow()
     {
         EditData data = sampleData();
         data.ShowKeyButton = false;
-        Operator op(data);
-        QVERIFY(op.frame->isVisible());
-        for (const auto* button : op.frame->findChildren<QPushButton*>()) {
+        WindowDriver velt(data);
+        QVERIFY(velt.frame->isVisible());
+        for (const auto* button : velt.frame->findChildren<QPushButton*>()) {
             QVERIFY(!button->isVisible()); // They still work.
         }
-        op.shows->setFocus();
-        op.controllerNote(29);
-        op.controllerNote(29);
-        QCOMPARE(op.selectedRow(), 2);
-        op.controllerNote(28);
-        QCOMPARE(op.selectedRow(), 1);
-        op.controllerNote(29);
+        velt.shows->setFocus();
+        velt.controllerNote(29);
+        velt.controllerNote(29);
+        QCOMPARE(velt.selectedRow(), 2);
+        velt.controllerNote(28);
+        QCOMPARE(velt.selectedRow(), 1);
+        velt.controllerNote(29);
 
-        op.controllerNote(31);
-        op.controllerNote(31); // Within the 300 ms: still one click.
-        QTRY_COMPARE(op.looks(), kSecondSent);
+        velt.controllerNote(31);
+        velt.controllerNote(31); // Within the 300 ms: still one click.
+        QTRY_COMPARE(velt.rowMarks(), kSecondSent);
         QCOMPARE(Recording::takeEvents(), bar({0x53, 0x52, 0x57}));
         for (const auto& [note, name] : {std::pair(33, "DAW PLAY"), std::pair(35, "DAW STOP")}) {
-            op.controllerNote(note);
-            QVERIFY(op.button(name)->isDown());
-            QTRY_VERIFY(!op.button(name)->isDown());
+            velt.controllerNote(note);
+            QVERIFY(velt.button(name)->isDown());
+            QTRY_VERIFY(!velt.button(name)->isDown());
         }
 
         // Up and Down work on a window that takes no input, as under a modal dialog.
-        op.window.setEnabled(false);
-        op.controllerNote(29);
-        QCOMPARE(op.selectedRow(), 3);
+        velt.window.setEnabled(false);
+        velt.controllerNote(29);
+        QCOMPARE(velt.selectedRow(), 3);
         QVERIFY(Recording::takeEvents().isEmpty());
     }
 
+    void sameNoteTwice_data()
+    {
+        QTest::addColumn<int>("first"); // Of the assigned notes, from Song UP to DAW STOP.
+        QTest::newRow("Song UP and DOWN") << 0;
+        QTest::newRow("Song DOWN and LOCATE") << 1;
+        QTest::newRow("LOCATE and DAW PLAY") << 2;
+        QTest::newRow("DAW PLAY and STOP") << 3;
+    }
+
+    // The earlier of two actions with one note wins.
     void sameNoteTwice()
     {
+        QFETCH(int, first);
         EditData data = sampleData();
-        data.NoteSongDown = data.NoteLocate = 40;
-        const Operator op(data);
-        op.controllerNote(40);
-        QCOMPARE(op.selectedRow(), 1);
-        QVERIFY(!op.button("LOCATE")->isDown());
+        std::int32_t* const notes[] = {&data.NoteSongUp, &data.NoteSongDown, &data.NoteLocate,
+                                       &data.NoteDawPlay, &data.NoteDawStop};
+        *notes[first] = *notes[first + 1] = 40;
+        const WindowDriver velt(data);
+        velt.select(2);
+        velt.controllerNote(40);
+        QCOMPARE(velt.selectedRow(), first == 0 ? 1 : first == 1 ? 3 : 2);
+        QCOMPARE(velt.button("LOCATE")->isDown(), first == 2);
+        QCOMPARE(velt.button("DAW PLAY")->isDown(), first == 3);
+        QVERIFY(!velt.button("DAW STOP")->isDown());
     }
 
     // The editor changes the very data that the notes act on.
@@ -119,20 +166,20 @@ private slots:
         EditData data = sampleData(); // Becomes Opener, talk, Middle, Opener, Closer.
         std::vector<EditDataSet>& setList = data.ShowList[0].SetList;
         setList.insert(setList.begin() + 3, setList[0]);
-        const Operator op(data);
+        const WindowDriver velt(data);
         ModalScript script;
-        script.expect([&op](QWidget* editor) {
+        script.expect([&velt](QWidget* editor) {
             const auto locateAfterDeleting = [&](int song, int row) {
                 editor->findChild<QTableWidget*>("tableSongList")->selectRow(song);
                 editor->findChild<QPushButton*>("pushSongListDelete")->click();
-                op.table->setCurrentCell(row, 0);
-                op.press("LOCATE");
+                velt.table->setCurrentCell(row, 0);
+                velt.press("LOCATE");
             };
-            op.press("LOCATE"); // As the foot switch does.
+            velt.press("LOCATE"); // As the foot switch does.
             QCOMPARE(Recording::takeEvents(), bar({0x53, 0x54}));
             locateAfterDeleting(2, 4); // The last row has no entry any more,
             locateAfterDeleting(1, 2); // and into the next one another song has moved.
-            op.endOfSong();
+            velt.endOfSong();
             editor->findChild<QPushButton*>("pushCancel")->click();
         });
         for (int i = 0; i < 2; ++i) {
@@ -140,12 +187,12 @@ private slots:
                 "This Song is used for SetList. Do you really want to delete this?",
                 QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Ok);
         }
-        op.press("Edit");
+        velt.press("Edit");
         QVERIFY(Recording::takeEvents().isEmpty());
         // The window shows the data again as it is now, and the run goes on to the song that is
         // left.
-        QVERIFY(op.isRunning());
-        QCOMPARE(op.looks(), (QStringList{"sent", "space", "next"}));
+        QVERIFY(velt.isRunning());
+        QCOMPARE(velt.rowMarks(), (QStringList{"sent", "space", "next"}));
     }
 
     // What the editor can change while it is open, beside a run that the foot switch has begun.
@@ -190,13 +237,13 @@ private slots:
     {
         QFETCH(std::function<void(QWidget*)>, edit);
         QFETCH(bool, locates);
-        const Operator op;
+        const WindowDriver velt;
         ModalScript script;
         script.expect([&](QWidget* editor) {
-            op.press("LOCATE");
+            velt.press("LOCATE");
             edit(editor);
             Recording::takeEvents();
-            op.endOfSong();
+            velt.endOfSong();
             QCOMPARE(Recording::takeEvents(),
                      locates ? bar({0x53, 0x52, 0x57}) : Recording::Events());
             editor->findChild<QPushButton*>("pushCancel")->click();
@@ -205,10 +252,10 @@ private slots:
             script.answerQuestion("Do you really want to delete this?",
                                   QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Ok);
         }
-        op.press("Edit");
-        QTEST(op.looks(), "looks");
-        QTEST(op.shows->currentText(), "show");
-        QCOMPARE(op.isRunning(), !op.looks().isEmpty());
+        velt.press("Edit");
+        QTEST(velt.rowMarks(), "looks");
+        QTEST(velt.shows->currentText(), "show");
+        QCOMPARE(velt.isRunning(), !velt.rowMarks().isEmpty());
     }
 };
 

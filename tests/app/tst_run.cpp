@@ -6,6 +6,8 @@
 #include <QPointer>
 #include <QWheelEvent>
 
+Q_DECLARE_METATYPE(Recording::Event)
+
 namespace {
 
 const QVector<int> k12{0x53, 0x54};
@@ -29,6 +31,22 @@ void type(QLineEdit* editor, const QString& text)
     QTRY_VERIFY(!open);
 }
 
+// Does what each word says: "0" selects that row, "none" nothing, anything else presses or ends.
+void perform(WindowDriver& velt, const QString& actions)
+{
+    for (const QString& action : actions.split(' ')) {
+        if (action == "none") {
+            velt.table->clearSelection();
+        } else if (action == "end") {
+            velt.endOfSong();
+        } else if (action[0].isDigit()) {
+            velt.select(action.toInt());
+        } else {
+            velt.press(action);
+        }
+    }
+}
+
 } // namespace
 
 // Stepping through a set list, as the operator does with mouse and keyboard.
@@ -37,192 +55,215 @@ class TestRun : public AppTestCase
     Q_OBJECT
 
 private slots:
-    void throughTheShow()
+    void marksAndKeys_data()
     {
-        Operator op;
-        const auto selection = [&op] {
-            const QPalette palette = op.table->palette();
+        QTest::addColumn<QString>("actions");
+        QTest::addColumn<QStringList>("marks");
+        QTest::addColumn<QVector<int>>("songs"); // Their rows, in the order in which they are sent.
+        QTest::addColumn<bool>("isRunning");
+        QTest::addColumn<int>("selected");
+        using Rows = QVector<int>;
+        const QStringList lastSent{"plain", "space", "plain", "sent"};
+        const QStringList reset{"sent", "space", "plain", "plain"};
+        QTest::newRow("first") << "LOCATE" << kFirstSent << Rows{0} << true << 0;
+        QTest::newRow("next") << "LOCATE 2 LOCATE" << kSecondSent << Rows{0, 2} << true << 2;
+        QTest::newRow("last") << "3 LOCATE" << lastSent << Rows{3} << false << 3;
+        QTest::newRow("past the next") << "LOCATE 3 LOCATE" << lastSent << Rows{0, 3} << false << 3;
+        QTest::newRow("back") << "2 LOCATE 0 LOCATE" << kFirstSent << Rows{2, 0} << true << 0;
+        QTest::newRow("again") << "LOCATE LOCATE" << kFirstSent << Rows{0, 0} << true << 0;
+        QTest::newRow("nothing selected, one sent")
+            << "LOCATE none LOCATE" << kFirstSent << Rows{0, 0} << true << 0;
+        QTest::newRow("nothing selected or sent")
+            << "none LOCATE" << kPlain << Rows{} << true << -1;
+        QTest::newRow("space") << "1 LOCATE" << kPlain << Rows{} << true << 1;
+        QTest::newRow("space in a run") << "LOCATE 1 LOCATE" << kFirstSent << Rows{0} << true << 1;
+        QTest::newRow("Reset") << "LOCATE 2 Reset" << reset << Rows{0} << false << 2;
+        QTest::newRow("another after Reset")
+            << "LOCATE Reset 2 LOCATE" << kSecondSent << Rows{0, 2} << true << 2;
+        QTest::newRow("end of song") << "LOCATE 1 end" << kSecondSent << Rows{0, 2} << true << 1;
+        QTest::newRow("end of last song")
+            << "LOCATE 1 end end" << lastSent << Rows{0, 2, 3} << false << 1;
+        QTest::newRow("end of song, no run") << "end" << kPlain << Rows{} << false << 0;
+        QTest::newRow("end of song, none is next")
+            << "LOCATE Reset 1 LOCATE end" << reset << Rows{0} << true << 1;
+    }
+
+    void marksAndKeys()
+    {
+        QFETCH(QString, actions);
+        QFETCH(QStringList, marks);
+        QFETCH(QVector<int>, songs);
+        QFETCH(bool, isRunning);
+        QFETCH(int, selected);
+        WindowDriver velt;
+        perform(velt, actions);
+        QCOMPARE(velt.rowMarks(), marks);
+        QCOMPARE(velt.isRunning(), isRunning);
+        QCOMPARE(velt.selectedRow(), selected);
+        QVERIFY(velt.isFocusOnTable());
+        Recording::Events expected;
+        for (const int row : songs) {
+            expected += bar(row == 0 ? k12 : row == 2 ? k105 : k33);
+        }
+        QCOMPARE(Recording::takeEvents(), expected);
+    }
+
+    void selectionHasTheColorOfItsRow()
+    {
+        const WindowDriver velt;
+        const auto colors = [&velt] {
+            const QPalette palette = velt.table->palette();
             return palette.color(QPalette::Inactive, QPalette::HighlightedText).name() + " on " +
                    palette.color(QPalette::Inactive, QPalette::Highlight).name();
         };
-        op.press("LOCATE");
-        QCOMPARE(Recording::takeEvents(), bar(k12));
-        QCOMPARE(op.looks(), kFirstSent);
-        QVERIFY(op.isRunning());
-        QCOMPARE(selection(), QString("#bb0000 on #b4efef")); // The row is selected, as sent.
-        QVERIFY(op.isFocusOnTable());
+        velt.press("LOCATE");
+        QCOMPARE(colors(), QString("#bb0000 on #b4efef"));
+        velt.select(1);
+        QCOMPARE(colors(), QString("#000000 on #b4efef"));
+        velt.select(2);
+        QCOMPARE(colors(), QString("#0000bb on #b4efef"));
+    }
 
-        QTest::keyClick(op.table, Qt::Key_Down);
-        QCOMPARE(selection(), QString("#000000 on #b4efef"));
-        QTest::keyClick(op.table, Qt::Key_Down);
-        QCOMPARE(selection(), QString("#0000bb on #b4efef"));
-        op.press("LOCATE");
-        QCOMPARE(Recording::takeEvents(), bar(k105));
-        QCOMPARE(op.looks(), kSecondSent);
-
-        op.select(3);
-        op.press("LOCATE");
-        QCOMPARE(Recording::takeEvents(), bar(k33));
-        QCOMPARE(op.looks(), (QStringList{"plain", "space", "plain", "sent"}));
-        QVERIFY(!op.isRunning());
-        QCOMPARE(op.selectedRow(), 3);
-
-        // The process is looked up once for all of it, until preferences name another one.
+    void processIsLookedUpOnceUntilDataChanges()
+    {
+        WindowDriver velt;
+        perform(velt, "LOCATE end 0 LOCATE Reset");
         QCOMPARE(Recording::enumerations(), 1);
-        op.window.setPreferenceData();
-        op.press("DAW PLAY");
+        velt.window.setPreferenceData();
+        perform(velt, "LOCATE Reset");
         QCOMPARE(Recording::enumerations(), 2);
+        velt.window.setShowData();
+        velt.press("LOCATE");
+        QCOMPARE(Recording::enumerations(), 3);
+    }
 
-        // What was sent is forgotten when a show is loaded.
-        op.shows->setCurrentIndex(1);
-        QCOMPARE(op.table->rowCount(), 0);
-        QVERIFY(!op.button("LOCATE")->isEnabled());
-        op.shows->setCurrentIndex(0);
-        QCOMPARE(op.looks(), kPlain);
-        op.table->clearSelection();
-        op.press("LOCATE");
+    void anotherShowForgetsWhatWasSent()
+    {
+        WindowDriver velt;
+        perform(velt, "LOCATE Reset");
+        velt.shows->setCurrentIndex(1);
+        QCOMPARE(velt.table->rowCount(), 0);
+        QVERIFY(!velt.button("LOCATE")->isEnabled());
+        velt.shows->setCurrentIndex(0);
+        QCOMPARE(velt.rowMarks(), kPlain);
+        Recording::takeEvents();
+        perform(velt, "none LOCATE");
         QVERIFY(Recording::takeEvents().isEmpty());
     }
 
-    void locatesAgainAndResets()
+    void dawIsNotThere_data()
     {
-        const Operator op;
-        op.press("LOCATE");
-        op.press("LOCATE");
-        op.table->clearSelection(); // With nothing selected, what was sent is sent again.
-        op.press("LOCATE");
-        QCOMPARE(Recording::takeEvents(), bar(k12) + bar(k12) + bar(k12));
-        QCOMPARE(op.looks(), kFirstSent);
-        QCOMPARE(op.selectedRow(), 0);
-
-        op.select(2);
-        op.press("Reset");
-        QVERIFY(!op.isRunning());
-        QCOMPARE(op.looks(), (QStringList{"sent", "space", "plain", "plain"}));
-        QCOMPARE(op.selectedRow(), 2);
-        QVERIFY(op.isFocusOnTable());
-        op.press("LOCATE");
-        QCOMPARE(Recording::takeEvents(), bar(k105));
-        QCOMPARE(op.looks(), kSecondSent);
-    }
-
-    void spaceStartsARunAndSendsNothing()
-    {
-        const Operator op;
-        op.select(1);
-        op.press("LOCATE");
-        QVERIFY(op.isRunning());
-        QCOMPARE(op.looks(), kPlain);
-        QVERIFY(op.isFocusOnTable());
-
-        op.endOfSong(); // No entry is next: the note is ignored, the run goes on.
-        QVERIFY(op.isRunning());
-        QVERIFY(Recording::takeEvents().isEmpty());
+        QTest::addColumn<QString>("button");
+        for (const char* name :
+             {"LOCATE", "DAW PLAY", "DAW STOP", "Key 0", "Key Tab", "Key Space"}) {
+            QTest::newRow(name) << name;
+        }
     }
 
     void dawIsNotThere()
     {
-        const Operator op;
-        const ModalScript::Box box{
-            QMessageBox::Warning, {}, "Process [Pro Tools] not found", QMessageBox::Ok};
+        QFETCH(QString, button);
+        const WindowDriver velt;
         Recording::setApplications({"Finder", "pro tools", "Studio One"});
-        for (const char* name :
-             {"LOCATE", "DAW PLAY", "DAW STOP", "Key 0", "Key Tab", "Key Space"}) {
-            ModalScript script;
-            script.answer(box, QMessageBox::Ok);
-            op.press(name);
-            QVERIFY2(op.isFocusOnTable(), name);
-        }
-        {
-            ModalScript script;
-            script.expect([&op](QWidget* shown) {
-                op.controllerNote(31); // Foot switch presses do not pile up boxes.
-                QTRY_VERIFY(!op.button("LOCATE")->isDown());
-                shown->close();
-            });
-            op.press("LOCATE");
-        }
-        QVERIFY(!op.isRunning());
+        ModalScript script;
+        script.expect([&velt](QWidget* shown) {
+            auto* box = qobject_cast<QMessageBox*>(shown);
+            QCOMPARE(box->icon(), QMessageBox::Warning);
+            QCOMPARE(box->windowTitle(), QString());
+            QCOMPARE(box->text(), QString("Process [Pro Tools] not found"));
+            QCOMPARE(box->standardButtons(), QMessageBox::StandardButtons(QMessageBox::Ok));
+            velt.controllerNote(31); // Foot switch presses do not pile up boxes.
+            QTRY_VERIFY(!velt.button("LOCATE")->isDown());
+            box->button(QMessageBox::Ok)->click();
+        });
+        velt.press(button);
+        QVERIFY(velt.isFocusOnTable());
+        QVERIFY(!velt.isRunning());
         QVERIFY(Recording::takeEvents().isEmpty());
 
-        // Once it runs, the next press finds it.
-        Recording::setApplications({"Pro Tools"});
-        op.press("LOCATE");
+        Recording::setApplications({"Pro Tools"}); // Once it runs, the next press finds it.
+        velt.press("LOCATE");
         QCOMPARE(Recording::takeEvents().size(), bar(k12).size());
+    }
+
+    void everyModeTypesItsOwn_data()
+    {
+        QTest::addColumn<int>("mode");
+        QTest::addColumn<int>("number");
+        QTest::addColumn<Recording::Events>("events");
+        const auto studio = [](int opener, const QVector<int>& keys) {
+            return Recording::press(kStudioOne, opener, Recording::kCommand) +
+                   Recording::presses(kStudioOne, keys);
+        };
+        QTest::newRow("Pro Tools, bars") << 0 << 105 << bar(k105);
+        QTest::newRow("a sign is no key") << 0 << -5 << bar({0x52});
+        QTest::newRow("Pro Tools, markers")
+            << 1 << 7 << Recording::presses(kProTools, {0x41, 0x59, 0x41});
+        QTest::newRow("Studio One, bars") << 2 << 33 << studio(0x11, {0x55, 0x55, 0x24});
+        QTest::newRow("Studio One, markers") << 3 << 10 << studio(0x29, {0x53, 0x52, 0x4C});
+        QTest::newRow("no such mode") << 9 << 12 << Recording::Events();
     }
 
     void everyModeTypesItsOwn()
     {
-        const std::tuple<int, int, Recording::Events> cases[] = {
-            {0, 105, bar(k105)},
-            {0, -5, bar({0x52})}, // A sign is no key.
-            {1, 7, Recording::presses(kProTools, {0x41, 0x59, 0x41})},
-            {2, 33,
-             Recording::press(kStudioOne, 0x11, Recording::kCommand) +
-                 Recording::presses(kStudioOne, {0x55, 0x55, 0x24})},
-            {3, 10,
-             Recording::press(kStudioOne, 0x29, Recording::kCommand) +
-                 Recording::presses(kStudioOne, {0x53, 0x52, 0x4C})},
-            // Only a hand-edited file holds this; the transport is stopped all the same.
-            {9, 12, {}}};
-        for (const auto& [mode, number, events] : cases) {
-            const bool isMarker = mode == 1 || mode == 3;
-            EditData data = sampleData();
-            data.Mode = mode;
-            data.SongList[0].Bar = isMarker ? 999 : number;
-            data.SongList[0].Marker = isMarker ? number : 999;
-            const Operator op(data);
-            op.press("LOCATE");
-            QCOMPARE(Recording::takeEvents(), events);
-            QCOMPARE(op.looks(), kFirstSent);
-            QCOMPARE(op.button("Key Enter")->isEnabled(), mode == 2 || mode == 3);
-        }
+        QFETCH(int, mode);
+        QFETCH(int, number);
+        QFETCH(Recording::Events, events);
+        const bool isMarker = mode == 1 || mode == 3;
+        EditData data = sampleData();
+        data.Mode = mode;
+        data.SongList[0].Bar = isMarker ? 999 : number;
+        data.SongList[0].Marker = isMarker ? number : 999;
+        const WindowDriver velt(data);
+        velt.press("LOCATE");
+        QCOMPARE(Recording::takeEvents(), events);
+        QCOMPARE(velt.rowMarks(), kFirstSent);
     }
 
     void noShow()
     {
-        Operator op{EditData()};
-        QCOMPARE(op.shows->count(), 0);
-        QVERIFY(!op.button("LOCATE")->isEnabled());
-        op.controllerNote(31);
-        op.controllerNote(29);
-        op.endOfSong();
-        QMetaObject::invokeMethod(&op.window, "on_sendLocate_clicked");
-        QVERIFY(!op.isRunning());
+        WindowDriver velt{EditData()};
+        QCOMPARE(velt.shows->count(), 0);
+        QVERIFY(!velt.button("LOCATE")->isEnabled());
+        velt.controllerNote(31);
+        velt.controllerNote(29);
+        velt.endOfSong();
+        QMetaObject::invokeMethod(&velt.window, "on_sendLocate_clicked");
+        QVERIFY(!velt.isRunning());
         QVERIFY(Recording::takeEvents().isEmpty());
     }
 
     void doubleClick()
     {
-        const Operator op;
-        op.doubleClick(1, 0); // A space: its name is typed while the click starts a run.
-        QTest::keyClicks(op.openEditor(), "Pa");
-        QTRY_VERIFY(op.isRunning());
-        type(op.openEditor(), "Pause 10");
-        QCOMPARE(op.table->item(1, 0)->text(), QString("Pause 10"));
+        const WindowDriver velt;
+        velt.doubleClick(1, 0); // A space: its name is typed while the click starts a run.
+        QTest::keyClicks(velt.openEditor(), "Pa");
+        QTRY_VERIFY(velt.isRunning());
+        type(velt.openEditor(), "Pause 10");
+        QCOMPARE(velt.table->item(1, 0)->text(), QString("Pause 10"));
 
-        op.doubleClick(2, 0);
+        velt.doubleClick(2, 0);
         QVERIFY(Recording::takeEvents().isEmpty()); // Only when the button comes up again.
-        QTRY_COMPARE(op.looks(), kSecondSent);
+        QTRY_COMPARE(velt.rowMarks(), kSecondSent);
         QCOMPARE(Recording::takeEvents(), bar(k105));
-        op.doubleClick(3, 1);
-        QVERIFY(op.openEditor());
-        QVERIFY(!op.button("LOCATE")->isDown());
+        velt.doubleClick(3, 1);
+        QVERIFY(velt.openEditor());
+        QVERIFY(!velt.button("LOCATE")->isDown());
     }
 
     void editsInPlace()
     {
-        const Operator op;
+        const WindowDriver velt;
         QFile::remove(setListFilePath());
         // The same text is no edit, and neither are the redrawn rows of a run.
-        type(op.edit(0, 1), "lights up");
-        op.press("LOCATE");
-        op.press("Reset");
+        type(velt.edit(0, 1), "lights up");
+        velt.press("LOCATE");
+        velt.press("Reset");
         QVERIFY(!QFile::exists(setListFilePath()));
 
-        type(op.edit(2, 1), "0 2 bars early");
+        type(velt.edit(2, 1), "0 2 bars early");
         QVERIFY(setListFile().contains("0 2 bars early"));
-        type(op.edit(1, 0), "Pause");
+        type(velt.edit(1, 0), "Pause");
         QVERIFY(setListFile().contains("SpaceName=Pause"));
     }
 
@@ -231,30 +272,30 @@ private slots:
     {
         EditData data = sampleData();
         data.ShowList[1].SetList = {data.ShowList[0].SetList[3]};
-        const Operator op(data);
+        const WindowDriver velt(data);
         ModalScript script;
         script.expect([](QWidget* editor) {
             editor->findChild<QTableWidget*>("tableShowList")->item(0, 0)->setText("");
             editor->findChild<QPushButton*>("pushCancel")->click();
         });
-        op.press("Edit");
-        op.shows->setCurrentIndex(1);
-        type(op.edit(0, 1), "new cue");
-        QTRY_COMPARE(op.shows->count(), 1);
-        op.select(0);
-        op.press("LOCATE");
+        velt.press("Edit");
+        velt.shows->setCurrentIndex(1);
+        type(velt.edit(0, 1), "new cue");
+        QTRY_COMPARE(velt.shows->count(), 1);
+        velt.select(0);
+        velt.press("LOCATE");
         QCOMPARE(Recording::takeEvents(), bar(k33));
     }
 
     void selectorsGiveTheFocusBack()
     {
-        const Operator op;
-        for (QComboBox* selector : {op.mode, op.shows}) {
+        const WindowDriver velt;
+        for (QComboBox* selector : {velt.mode, velt.shows}) {
             const int index = selector->currentIndex();
             selector->setFocus();
             selector->showPopup();
             selector->hidePopup(); // Escape, or the same choice again.
-            QVERIFY(op.isFocusOnTable());
+            QVERIFY(velt.isFocusOnTable());
             QWheelEvent turn({5, 5}, selector->mapToGlobal(QPoint(5, 5)), {}, {0, -120},
                              Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
             QCoreApplication::sendEvent(selector, &turn);

@@ -20,7 +20,7 @@ QByteArray setListFile()
 constexpr int kRow = 2; // Its cue is typed; row 1 is a space, rows 2 and 3 are songs.
 constexpr int kCue = 1;
 
-using Act = std::function<void(const Operator&)>;
+using Act = std::function<void(const WindowDriver&)>;
 
 } // namespace
 Q_DECLARE_METATYPE(Act)
@@ -37,12 +37,12 @@ private slots:
         QTest::addColumn<int>("selected"); // The row, afterwards.
         QTest::addColumn<QStringList>("looks");
         const auto click = [](const QString& name) {
-            return Act([name](const Operator& op) { op.press(name); });
+            return Act([name](const WindowDriver& velt) { velt.press(name); });
         };
         const auto note = [](int number, const QString& button) {
-            return Act([number, button](const Operator& op) {
-                op.controllerNote(number);
-                QTRY_VERIFY(!op.button(button)->isDown());
+            return Act([number, button](const WindowDriver& velt) {
+                velt.controllerNote(number);
+                QTRY_VERIFY(!velt.button(button)->isDown());
             });
         };
         QTest::newRow("LOCATE by mouse") << click("LOCATE") << kRow << kSecondSent;
@@ -55,55 +55,55 @@ private slots:
         QTest::newRow("Song UP") << note(28, "LOCATE") << kRow - 1 << kFirstSent;
         QTest::newRow("Song DOWN") << note(29, "LOCATE") << kRow + 1 << kFirstSent;
         QTest::newRow("AutoLocate of the row")
-            << Act([](const Operator& op) { op.endOfSong(); }) << kRow << kSecondSent;
-        QTest::newRow("AutoLocate twice") << Act([](const Operator& op) {
-            op.endOfSong();
-            op.endOfSong();
+            << Act([](const WindowDriver& velt) { velt.endOfSong(); }) << kRow << kSecondSent;
+        QTest::newRow("AutoLocate twice") << Act([](const WindowDriver& velt) {
+            velt.endOfSong();
+            velt.endOfSong();
         }) << kRow << QStringList{"plain", "space", "plain", "sent"};
-        QTest::newRow("AutoStop") << Act([](const Operator& op) {
-            op.mode->setCurrentText("AutoStop");
-            op.endOfSong();
-            QTRY_VERIFY(!op.button("DAW STOP")->isDown());
+        QTest::newRow("AutoStop") << Act([](const WindowDriver& velt) {
+            velt.mode->setCurrentText("AutoStop");
+            velt.endOfSong();
+            QTRY_VERIFY(!velt.button("DAW STOP")->isDown());
         }) << kRow << kFirstSent;
-        QTest::newRow("a box") << Act([](const Operator& op) {
-            const_cast<Operator&>(op).window.setPreferenceData();
+        QTest::newRow("a box") << Act([](const WindowDriver& velt) {
+            const_cast<WindowDriver&>(velt).window.setPreferenceData();
             Recording::setApplications({"Finder"});
             ModalScript script;
             script.answer(
                 {QMessageBox::Warning, {}, "Process [Pro Tools] not found", QMessageBox::Ok},
                 QMessageBox::Ok);
-            op.press("DAW PLAY");
-            const_cast<Operator&>(op).window.activateWindow();
-            QTRY_VERIFY(op.window.isActiveWindow());
+            velt.press("DAW PLAY");
+            const_cast<WindowDriver&>(velt).window.activateWindow();
+            QTRY_VERIFY(velt.window.isActiveWindow());
         }) << kRow << kFirstSent;
     }
 
     void staysOpen()
     {
         QFETCH(Act, act);
-        const Operator op;
-        op.press("LOCATE");
-        QLineEdit* editor = op.edit(kRow, kCue);
+        const WindowDriver velt;
+        velt.press("LOCATE");
+        QLineEdit* editor = velt.edit(kRow, kCue);
         QTest::keyClicks(editor, "wait for Mara");
         editor->setSelection(13, -4); // "Mara", from its end
         const QByteArray file = setListFile();
         Recording::takeEvents();
-        act(op);
+        act(velt);
         Recording::takeEvents();
-        QTEST(op.selectedRow(), "selected");
-        QTEST(op.looks(), "looks");
-        QVERIFY(op.openEditor());
-        QCOMPARE(op.window.focusWidget(), op.openEditor());
-        QCOMPARE(op.table->item(kRow, kCue)->text(), QString());
+        QTEST(velt.selectedRow(), "selected");
+        QTEST(velt.rowMarks(), "looks");
+        QVERIFY(velt.openEditor());
+        QCOMPARE(velt.window.focusWidget(), velt.openEditor());
+        QCOMPARE(velt.table->item(kRow, kCue)->text(), QString());
         QCOMPARE(setListFile(), file);
 
-        QTest::keyClicks(op.openEditor(), "Jo 0"); // In place of what is selected.
-        QCOMPARE(op.openEditor()->text(), QString("wait for Jo 0"));
-        QTest::keyClick(op.openEditor(), Qt::Key_Escape);
-        QVERIFY(!op.openEditor());
-        QCOMPARE(op.table->item(kRow, kCue)->text(), QString());
-        QCOMPARE(op.table->currentRow(), op.selectedRow());
-        QVERIFY(op.table->hasFocus());
+        QTest::keyClicks(velt.openEditor(), "Jo 0"); // In place of what is selected.
+        QCOMPARE(velt.openEditor()->text(), QString("wait for Jo 0"));
+        QTest::keyClick(velt.openEditor(), Qt::Key_Escape);
+        QVERIFY(!velt.openEditor());
+        QCOMPARE(velt.table->item(kRow, kCue)->text(), QString());
+        QCOMPARE(velt.table->currentRow(), velt.selectedRow());
+        QVERIFY(velt.table->hasFocus());
         QVERIFY(Recording::takeEvents().isEmpty());
         QCOMPARE(setListFile(), file);
     }
@@ -135,59 +135,59 @@ private slots:
         QFETCH(int, mode);
         EditData data = sampleData();
         data.Mode = mode;
-        const Operator op(data);
+        const WindowDriver velt(data);
         for (const int column : {0, kCue}) { // The name of a space, and its cue.
-            QLineEdit* editor = op.edit(1, column);
+            QLineEdit* editor = velt.edit(1, column);
             QTest::keyClick(editor, Qt::Key(key), modifiers);
             // The key is still held down.
-            QWidget* receiver = op.window.focusWidget();
+            QWidget* receiver = velt.window.focusWidget();
             QKeyEvent repeat(QEvent::KeyPress, key, modifiers, {}, true);
             QCoreApplication::sendEvent(receiver, &repeat);
             for (const char* name : {"Key 0", "Key Tab", "Key Space", "Key Enter"}) {
-                QVERIFY2(!op.button(name)->isDown(), name);
+                QVERIFY2(!velt.button(name)->isDown(), name);
             }
         }
     }
 
     void tabGoesToTheNextCellThatCanBeEdited()
     {
-        const Operator op;
-        QTest::keyClick(op.edit(0, kCue), Qt::Key_Tab);
-        QVERIFY(op.openEditor()); // The name of the space.
-        QCOMPARE(op.table->currentRow(), 1);
-        QCOMPARE(op.table->currentColumn(), 0);
-        QTest::keyClick(op.openEditor(), Qt::Key_Tab);
-        QTest::keyClick(op.openEditor(), Qt::Key_Tab);
-        QCOMPARE(op.table->currentRow(), 2);
-        QCOMPARE(op.table->currentColumn(), kCue); // Not the title of the song.
-        QTest::keyClick(op.openEditor(), Qt::Key_Tab);
-        QTest::keyClicks(op.openEditor(), "the last");
-        QTest::keyClick(op.openEditor(), Qt::Key_Tab);
-        QVERIFY(!op.openEditor());
-        QVERIFY(op.table->hasFocus());
+        const WindowDriver velt;
+        QTest::keyClick(velt.edit(0, kCue), Qt::Key_Tab);
+        QVERIFY(velt.openEditor()); // The name of the space.
+        QCOMPARE(velt.table->currentRow(), 1);
+        QCOMPARE(velt.table->currentColumn(), 0);
+        QTest::keyClick(velt.openEditor(), Qt::Key_Tab);
+        QTest::keyClick(velt.openEditor(), Qt::Key_Tab);
+        QCOMPARE(velt.table->currentRow(), 2);
+        QCOMPARE(velt.table->currentColumn(), kCue); // Not the title of the song.
+        QTest::keyClick(velt.openEditor(), Qt::Key_Tab);
+        QTest::keyClicks(velt.openEditor(), "the last");
+        QTest::keyClick(velt.openEditor(), Qt::Key_Tab);
+        QVERIFY(!velt.openEditor());
+        QVERIFY(velt.table->hasFocus());
         QVERIFY(setListFile().contains("the last"));
     }
 
     void lineBreaksBecomeBlanks()
     {
-        const Operator op;
-        QLineEdit* editor = op.edit(0, kCue);
+        const WindowDriver velt;
+        QLineEdit* editor = velt.edit(0, kCue);
         editor->setText("one\r\ntwo\nthree");
         QTest::keyClick(editor, Qt::Key_Return);
-        QCOMPARE(op.table->item(0, kCue)->text(), QString("one two three"));
+        QCOMPARE(velt.table->item(0, kCue)->text(), QString("one two three"));
         QVERIFY(setListFile().contains("one two three"));
     }
 
     void composedTextOpensNoCell()
     {
-        const Operator op;
-        op.select(kRow, kCue);
-        QVERIFY(!op.table->testAttribute(Qt::WA_InputMethodEnabled));
+        const WindowDriver velt;
+        velt.select(kRow, kCue);
+        QVERIFY(!velt.table->testAttribute(Qt::WA_InputMethodEnabled));
         QInputMethodEvent composed;
         composed.setCommitString("にほん");
-        QCoreApplication::sendEvent(op.table, &composed);
-        QVERIFY(!op.openEditor());
-        QVERIFY(op.edit(kRow, kCue)->testAttribute(Qt::WA_InputMethodEnabled));
+        QCoreApplication::sendEvent(velt.table, &composed);
+        QVERIFY(!velt.openEditor());
+        QVERIFY(velt.edit(kRow, kCue)->testAttribute(Qt::WA_InputMethodEnabled));
     }
 
     void closingStoresTheCell_data()
@@ -200,23 +200,23 @@ private slots:
     void closingStoresTheCell()
     {
         QFETCH(bool, asked);
-        Operator op;
-        QTest::keyClicks(op.edit(kRow, kCue), "last words");
-        QTimer::singleShot(0, &op.window,
-                           [&] { asked ? void(op.window.close()) : op.window.quit(); });
+        WindowDriver velt;
+        QTest::keyClicks(velt.edit(kRow, kCue), "last words");
+        QTimer::singleShot(0, &velt.window,
+                           [&] { asked ? void(velt.window.close()) : velt.window.quit(); });
         QCoreApplication::exec();
         QVERIFY(setListFile().contains("last words"));
     }
 
     void endOfTheSessionSavesWhatTheEditorHas()
     {
-        Operator op;
+        WindowDriver velt;
         ModalScript script;
-        script.expect([&op](QWidget* editor) {
+        script.expect([&velt](QWidget* editor) {
             editor->findChild<QTableWidget*>("tableSongList")->item(0, 0)->setText("Renamed");
-            op.window.quit();
+            velt.window.quit();
         });
-        QTimer::singleShot(0, &op.window, [&op] { op.press("Edit"); });
+        QTimer::singleShot(0, &velt.window, [&velt] { velt.press("Edit"); });
         QCoreApplication::exec();
         QVERIFY(setListFile().contains("Renamed"));
     }
@@ -225,27 +225,27 @@ private slots:
     {
         EditData data = sampleData();
         data.ShowList[0].SetList.assign(60, data.ShowList[0].SetList[0]);
-        Operator op(data);
-        op.window.resize(500, 500);
-        const auto isInView = [&op](int row) {
-            return op.table->viewport()->rect().contains(
-                op.table->visualItemRect(op.table->item(row, 0)));
+        WindowDriver velt(data);
+        velt.window.resize(500, 500);
+        const auto isInView = [&velt](int row) {
+            return velt.table->viewport()->rect().contains(
+                velt.table->visualItemRect(velt.table->item(row, 0)));
         };
-        op.press("LOCATE");
+        velt.press("LOCATE");
         for (int i = 0; i < 40; ++i) {
-            op.endOfSong();
+            velt.endOfSong();
         }
-        QCOMPARE(op.looks().at(40), QString("sent"));
+        QCOMPARE(velt.rowMarks().at(40), QString("sent"));
         for (const int row : {40, 41, 42}) {
             QVERIFY2(isInView(row), qPrintable(QString::number(row)));
         }
-        QCOMPARE(op.selectedRow(), 0);
+        QCOMPARE(velt.selectedRow(), 0);
 
-        QLineEdit* editor = op.edit(0, kCue);
+        QLineEdit* editor = velt.edit(0, kCue);
         QTRY_VERIFY(isInView(0));
-        op.endOfSong();
+        velt.endOfSong();
         QVERIFY(isInView(0));
-        QCOMPARE(op.openEditor(), editor);
+        QCOMPARE(velt.openEditor(), editor);
         QTest::keyClick(editor, Qt::Key_Escape);
         QVERIFY(isInView(43));
     }

@@ -3,10 +3,10 @@
 #include "baretable.h"
 #include "benchmarks.h"
 #include "comparison.h"
-#include "operatorfixture.h"
 #include "shows.h"
 #include "standin.h"
 #include "timing.h"
+#include "windowdriver.h"
 
 namespace {
 
@@ -37,10 +37,10 @@ void measureLocate(benchmark::State& state, const QString& dawName, int mode, in
     if (!daw.isReady()) {
         throw std::runtime_error("the stand-in DAW does not start");
     }
-    const Operator op(data);
+    const WindowDriver velt(data);
     Comparison ms;
     for (int i = 0; i < kLocates; ++i) {
-        ms.ours(wallMsOf([&] { op.button("LOCATE")->click(); }));
+        ms.ours(wallMsOf([&] { velt.button("LOCATE")->click(); }));
         ms.floor(wallMsOf([&] { pause(mode == kModeProToolsBars, keys); }));
         paintAll();
     }
@@ -74,20 +74,20 @@ void measureRedraw(benchmark::State& state)
     if (!daw.isReady()) {
         throw std::runtime_error("the stand-in DAW does not start");
     }
-    const Operator op(data);
+    const WindowDriver velt(data);
     const auto& setList = data.ShowList.front().SetList;
-    const auto bare = makeBareTable(*op.table);
-    bare->move(op.window.x() + op.window.width(), 0);
+    const auto bare = makeBareTable(*velt.table);
+    bare->move(velt.window.x() + velt.window.width(), 0);
     fillBareSetList(bare.get(), setList);
     bare->show();
     Comparison ms;
     for (int i = 0; i < kRedraws; ++i) {
         const int from = i % 2 == 0 ? 0 : 4;
         const int to = 4 - from;
-        op.select(to);
+        velt.select(to);
         paintAll();
         ms.ours(cpuMsOf([&] {
-            op.button("LOCATE")->click();
+            velt.button("LOCATE")->click();
             paintAll();
         }));
         ms.floor(cpuMsOf([&] {

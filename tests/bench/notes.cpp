@@ -2,9 +2,9 @@
 // A note of the foot switch from the wire to the program's slot, over the MIDI server.
 #include "benchmarks.h"
 #include "comparison.h"
-#include "operatorfixture.h"
 #include "qmidiin.h"
 #include "qmidimessage.h"
+#include "windowdriver.h"
 
 #include <QEventLoop>
 #include <QTimer>
@@ -92,11 +92,11 @@ void measureNotes(benchmark::State& state)
     BareInput bare(footSwitch);
     EditData data = sampleData();
     data.ShortcutMidiInPort = QString::fromStdString(kPort);
-    const Operator op(data);
+    const WindowDriver velt(data);
 
     double slotMs = 0;
     QEventLoop loop;
-    QObject::connect(op.controllerIn, &QMidiIn::midiMessageReceived, &loop, [&] {
+    QObject::connect(velt.controllerIn, &QMidiIn::midiMessageReceived, &loop, [&] {
         slotMs = footSwitch.msSincePlayed();
         loop.quit();
     });

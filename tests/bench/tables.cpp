@@ -4,9 +4,9 @@
 #include "benchmarks.h"
 #include "comparison.h"
 #include "editdialog.h"
-#include "operatorfixture.h"
 #include "shows.h"
 #include "timing.h"
+#include "windowdriver.h"
 
 #include <QListWidget>
 
@@ -35,21 +35,21 @@ void shareTexts(const QTableWidget& table, std::vector<EditDataSet>& setList)
 void measureShowSwitch(benchmark::State& state, int entries, const std::function<void()>& finish)
 {
     EditData data = showsOf(2 * entries, entries);
-    const Operator op(data);
-    const auto bare = makeBareTable(*op.table);
-    bare->move(op.window.x() + op.window.width(), 0);
+    const WindowDriver velt(data);
+    const auto bare = makeBareTable(*velt.table);
+    bare->move(velt.window.x() + velt.window.width(), 0);
     bare->show();
     paintAll();
     for (EditDataShow& show : data.ShowList) {
-        op.shows->setCurrentText(show.ShowTitle);
-        shareTexts(*op.table, show.SetList);
+        velt.shows->setCurrentText(show.ShowTitle);
+        shareTexts(*velt.table, show.SetList);
     }
     Comparison ms;
     for (int i = 0; i < repetitions(entries); ++i) {
-        const int next = 1 - op.shows->currentIndex();
+        const int next = 1 - velt.shows->currentIndex();
         const auto& setList = data.ShowList[static_cast<std::size_t>(next)].SetList;
         ms.ours(cpuMsOf([&] {
-            op.shows->setCurrentIndex(next);
+            velt.shows->setCurrentIndex(next);
             finish();
         }));
         ms.floor(cpuMsOf([&] {

@@ -32,7 +32,7 @@ void ServerProcess::setupChildProcess()
 bool Server::start(const QString& program, const QStringList& arguments,
                    const std::function<bool()>& isReady)
 {
-    constexpr int kStartMs = 10000;
+    constexpr int kStartMs = 30000;
     constexpr int kLookMs = 10;
     process.start(program, arguments);
     process.waitForStarted();
@@ -120,4 +120,13 @@ XServer::XServer(const QString& screen)
               [this] { return process.canReadLine(); })) {
         displayName = QLatin1Char(':') + QString::fromLatin1(process.readLine().trimmed());
     }
+}
+
+WindowManager::WindowManager()
+{
+    // Its start-up command runs once it manages the windows.
+    start(
+        QStringLiteral("openbox"),
+        {QStringLiteral("--sm-disable"), QStringLiteral("--startup"), QStringLiteral("echo ready")},
+        [this] { return process.canReadLine(); });
 }

@@ -15,9 +15,9 @@ class ServerProcess : public QProcess
     void setupChildProcess() override;
 };
 
-// Real servers for tests, each started by the object and gone with it. Where the program of a
-// server is not installed, isRunning() stays false and why() says so; a test then skips,
-// or fails where servers are needed.
+// A program that a test needs beside it, ready when it is constructed and ended with it. Where it
+// is not installed, isRunning() is false and why() has the reason; a test is then skipped, or fails
+// where servers are needed.
 class Server
 {
 public:
@@ -69,4 +69,11 @@ public:
 
 private:
     QString displayName;
+};
+
+// openbox on the display that DISPLAY names. A window that is shown before it runs may get lost.
+class WindowManager : public Server
+{
+public:
+    WindowManager();
 };

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "operatorfixture.h"
+#include "windowdriver.h"
 
 #include "datafiles.h"
 #include "qmidiin.h"
@@ -35,7 +35,7 @@ EditData sampleData()
     return data;
 }
 
-Operator::Operator(EditData initial)
+WindowDriver::WindowDriver(EditData initial)
     : window(writeFiles(initial)),
       table(window.findChild<QTableWidget*>()),
       mode(window.findChildren<QComboBox*>().at(0)),
@@ -50,7 +50,7 @@ Operator::Operator(EditData initial)
     [this] { QVERIFY(QTest::qWaitForWindowActive(&window)); }();
 }
 
-QPushButton* Operator::button(const QString& name) const
+QPushButton* WindowDriver::button(const QString& name) const
 {
     for (QPushButton* candidate : window.findChildren<QPushButton*>()) {
         if (candidate->text() == name || candidate->accessibleName() == name) {
@@ -60,38 +60,43 @@ QPushButton* Operator::button(const QString& name) const
     qFatal("there is no button %s", qPrintable(name));
 }
 
-void Operator::select(int row, int column) const
+void WindowDriver::select(int row, int column) const
 {
     const QRect cell = table->visualItemRect(table->item(row, column));
     QTest::mouseClick(table->viewport(), Qt::LeftButton, Qt::NoModifier, cell.center());
 }
 
-void Operator::doubleClick(int row, int column) const
+void WindowDriver::doubleClick(int row, int column) const
 {
     select(row, column);
     const QRect cell = table->visualItemRect(table->item(row, column));
     QTest::mouseDClick(table->viewport(), Qt::LeftButton, Qt::NoModifier, cell.center());
 }
 
-int Operator::selectedRow() const
+int WindowDriver::selectedRow() const
 {
     const auto selected = table->selectedItems();
     return selected.isEmpty() ? -1 : selected.first()->row();
 }
 
-QLineEdit* Operator::edit(int row, int column) const
+QLineEdit* WindowDriver::edit(int row, int column) const
 {
     table->setCurrentCell(row, column);
     table->editItem(table->item(row, column));
     return openEditor();
 }
 
-QLineEdit* Operator::openEditor() const
+QLineEdit* WindowDriver::openEditor() const
 {
-    return qobject_cast<QLineEdit*>(table->indexWidget(table->currentIndex()));
+    for (auto* candidate : table->findChildren<QLineEdit*>()) {
+        if (candidate->isVisible()) {
+            return candidate;
+        }
+    }
+    return nullptr;
 }
 
-QStringList Operator::looks() const
+QStringList WindowDriver::rowMarks() const
 {
     const auto look = [this](const QTableWidgetItem* item) {
         const bool isEmphasized = item->font().bold() && item->font().italic();
@@ -112,7 +117,7 @@ QStringList Operator::looks() const
     return all;
 }
 
-bool Operator::isRunning() const
+bool WindowDriver::isRunning() const
 {
     const bool running = button("Reset")->isEnabled();
     if (button("Edit")->isEnabled() == running || button("Pref.")->isEnabled() == running ||
@@ -122,7 +127,7 @@ bool Operator::isRunning() const
     return running;
 }
 
-void Operator::receive(QMidiIn* port, QMidiStatus status, int pitch, int velocity)
+void WindowDriver::receive(QMidiIn* port, QMidiStatus status, int pitch, int velocity)
 {
     QMidiMessage message;
     message.setStatus(status)

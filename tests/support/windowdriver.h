@@ -19,10 +19,10 @@ class QMidiIn;
 EditData sampleData();
 
 // The operator window as an operator sees it, started on files with the given data.
-class Operator
+class WindowDriver
 {
 public:
-    explicit Operator(EditData initial = sampleData());
+    explicit WindowDriver(EditData initial = sampleData());
 
     QPushButton* button(const QString& name) const; // By its text or spoken name.
     // Clicks; returns when the slot has run.
@@ -34,8 +34,8 @@ public:
     QLineEdit* openEditor() const;              // Null if no cell is being edited.
     // Whatever window is the active one.
     bool isFocusOnTable() const { return window.focusWidget() == table; }
-    QStringList looks() const; // Of each row: "plain", "sent", "next", "space" or "?".
-    bool isRunning() const;    // By the buttons that a run locks; fails the test if they disagree.
+    QStringList rowMarks() const; // Of each row: "plain", "sent", "next", "space" or "?".
+    bool isRunning() const; // By the buttons that a run locks; fails the test if they disagree.
 
     static void receive(QMidiIn* port, QMidiStatus status, int pitch, int velocity);
     void controllerNote(int note) const { receive(controllerIn, MIDI_NOTE_ON, note, 100); }

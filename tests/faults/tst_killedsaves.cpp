@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: MIT
+#include "editdata.h"
+#include "testcase.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <atomic>
+#include <csignal>
+#include <random>
+#include <sys/mman.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+// A process that saves set list and preferences without a pause is killed again and again, at
+// random moments, and started anew.
+
+namespace {
+
+constexpr int kKills = 500;
+constexpr unsigned int kSeed = 20'240'229;
+constexpr int kLongestLifeUs = 40'000; // Of the saves behind the first, each of some milliseconds.
+constexpr int kSaveMs = 10'000;        // A lock that is waited for takes longer.
+
+// What the process that saves tells the one that kills it. Lies in memory that both share.
+struct Progress
+{
+    std::atomic<int> started{0}; // The version whose saving was begun last.
+    std::atomic<int> saved{0};   // The version that was saved last.
+    std::atomic<int> isBegun{0}; // The first save of this life has been done.
+};
+
+// Six digits that appear in every text of both files.
+QString stampOf(int version)
+{
+    return QString("<%1>").arg(version, 6, 10, QLatin1Char('0'));
+}
+
+EditData dataOf(int version)
+{
+    constexpr int kSongs = 200;
+    const QString stamp = stampOf(version);
+    EditData data;
+    data.ShowList = {{stamp, stamp, {}}};
+    for (int id = 1; id <= kSongs; ++id) {
+        const EditDataSong song{id, stamp, stamp, id, id};
+        data.SongList.push_back(song);
+        data.ShowList[0].SetList.push_back({kSetTypeSong, song, {}, stamp});
+    }
+    data.MidiInPort = data.ShortcutMidiInPort = data.MidiOutPort = stamp;
+    return data;
+}
+
+class Files
+{
+public:
+    Files()
+    {
+        save(0);
+        setListTemplate = bytes(setList());
+        preferenceTemplate = bytes(preference());
+    }
+
+    void save(int version)
+    {
+        EditData data = dataOf(version);
+        data.writeEdit(setList());
+        data.writePreference(preference());
+    }
+
+    bool areWhole(int version) const
+    {
+        return bytes(setList()) == expected(setListTemplate, version) &&
+               bytes(preference()) == expected(preferenceTemplate, version);
+    }
+
+    // One of the two versions; the set list, which is saved first, no older than the preferences.
+    bool areWhole(int older, int newer) const
+    {
+        return areWhole(older) || areWhole(newer) ||
+               (bytes(setList()) == expected(setListTemplate, newer) &&
+                bytes(preference()) == expected(preferenceTemplate, older));
+    }
+
+    QString setList() const { return home.filePath("VELTSetting.ini"); }
+    QString preference() const { return home.filePath("VELTPreference.ini"); }
+
+private:
+    static QByteArray bytes(const QString& path)
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    static QByteArray expected(QByteArray content, int version)
+    {
+        return content.replace(stampOf(0).toLatin1(), stampOf(version).toLatin1());
+    }
+    QTemporaryDir home;
+    QByteArray setListTemplate;
+    QByteArray preferenceTemplate;
+};
+
+[[noreturn]] void saveForEver(Files& files, Progress& progress)
+{
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    for (;;) {
+        const int version = progress.saved + 1;
+        progress.started = version;
+        files.save(version);
+        progress.saved = version;
+        progress.isBegun = 1;
+    }
+}
+
+} // namespace
+
+class TestKilledSaves : public TestCase
+{
+    Q_OBJECT
+
+private slots:
+    // Each file is the last version or the one that was being saved, whole, and the first save
+    // after a kill waits for nothing that was left.
+    void filesStayWhole()
+    {
+        Files files;
+        void* shared = mmap(nullptr, sizeof(Progress), PROT_READ | PROT_WRITE,
+                            MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+        auto* progress = new (shared) Progress;
+        std::mt19937 random(kSeed);
+        std::uniform_int_distribution<int> lifeUs(0, kLongestLifeUs);
+        int savesKilled = 0;
+        for (int kill = 1; kill <= kKills; ++kill) {
+            progress->isBegun = 0;
+            const pid_t child = fork();
+            if (child == 0) {
+                saveForEver(files, *progress);
+            }
+            QElapsedTimer waited;
+            waited.start();
+            while (progress->isBegun == 0 && !waited.hasExpired(kSaveMs)) {
+                std::this_thread::sleep_for(std::chrono::microseconds(200));
+            }
+            const bool isInTime = progress->isBegun != 0;
+            std::this_thread::sleep_for(std::chrono::microseconds(lifeUs(random)));
+            ::kill(child, SIGKILL);
+            waitpid(child, nullptr, 0);
+            QVERIFY2(isInTime, qPrintable(QString("the save after kill %1").arg(kill - 1)));
+            savesKilled += progress->started != progress->saved ? 1 : 0;
+            QVERIFY2(files.areWhole(progress->saved, progress->started),
+                     qPrintable(QString("kill %1").arg(kill)));
+        }
+        qInfo("%d of %d kills came during a save", savesKilled, kKills);
+        QVERIFY(savesKilled >= kKills / 2);
+        munmap(shared, sizeof(Progress));
+    }
+};
+
+VELT_TEST_MAIN(TestKilledSaves)
+#include "tst_killedsaves.moc"

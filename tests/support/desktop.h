@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QStringList>
+
+class QWidget;
+class QPoint;
+
+// Real keys, mouse and windows of the display that DISPLAY names.
+namespace Desktop {
+
+// What it prints; a failure of the command fails the test.
+QString xdotool(const QStringList& arguments);
+// Presses keys one after the other: "space 0 ctrl+t".
+void key(const QString& keys);
+void click(const QWidget* widget, QPoint at, int times = 1);
+void click(const QWidget* widget); // Into its middle.
+// Visible windows with this very title.
+QStringList windows(const QString& title);
+
+} // namespace Desktop
