@@ -10,6 +10,9 @@
 #include <QSettings>
 #include <QTemporaryDir>
 
+#include <algorithm>
+#include <csignal>
+
 // The program itself, as a process: start, close, kill, and what it leaves in its files.
 class TestProgram : public TestCase
 {
@@ -22,6 +25,8 @@ private slots:
     void startsAndEndsWhateverIsMissing();
     void endsBesideAMidiServerThatStandsStill();
     void killedAndStartedAgain();
+    void endsBySignal_data();
+    void endsBySignal();
     void noDisplay();
 
 private:
@@ -183,6 +188,45 @@ void TestProgram::killedAndStartedAgain()
     QCOMPARE(geometry(), before);
     start();
     closeWindow();
+}
+
+void TestProgram::endsBySignal_data()
+{
+    QTest::addColumn<int>("signal");
+    QTest::newRow("SIGTERM") << SIGTERM;
+    QTest::newRow("SIGINT") << SIGINT;
+    QTest::newRow("SIGHUP") << SIGHUP;
+}
+
+void TestProgram::endsBySignal()
+{
+    QFETCH(int, signal);
+    EditData data;
+    data.SongList = {{1, "Opener", {}, 1, 12}};
+    const EditDataSet entry{kSetTypeSong, data.SongList[0], {}, {}};
+    data.ShowList = {
+        {"Friday", {}, std::vector<EditDataSet>(20, entry)}}; // A row wherever one clicks.
+    QDir().mkpath(home->filePath("VELT"));
+    data.writeEdit(file("VELTSetting.ini"));
+    start();
+    const QString velt = window();
+    Desktop::xdotool({"windowactivate", "--sync", velt, "mousemove", "--window", velt, "400", "250",
+                      "click", "--repeat", "2", "1", "type", "last words"});
+    const auto typed = [this] {
+        EditData saved;
+        saved.readEdit(file("VELTSetting.ini"));
+        const std::vector<EditDataSet> entries =
+            saved.ShowList.empty() ? std::vector<EditDataSet>() : saved.ShowList[0].SetList;
+        return std::any_of(entries.begin(), entries.end(),
+                           [](const EditDataSet& shown) { return shown.Cue == "last words"; });
+    };
+    QVERIFY(!typed()); // The cell is still open.
+    ::kill(static_cast<pid_t>(program.processId()), signal);
+    QVERIFY(program.waitForFinished());
+    QCOMPARE(program.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(program.exitCode(), 0);
+    QVERIFY(typed());
+    QVERIFY(QFile::exists(file("DispStatus.ini")));
 }
 
 void TestProgram::noDisplay()

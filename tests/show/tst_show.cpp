@@ -46,6 +46,8 @@ private slots:
     void everyMode();
     void footSwitchThroughTheShow();
     void keyboard();
+    void typingWhileTheShowGoesOn_data();
+    void typingWhileTheShowGoesOn();
     void frameTellsWhoHasTheKeyboard();
     void rowsAndButtonsHaveTheirColors();
     void dawDiesAndComesBack();
@@ -150,6 +152,36 @@ void TestShow::keyboard()
     Desktop::click(desk.velt.table->viewport(), cell(3, 0), 2); // and a double click locates.
     QTRY_COMPARE_WITH_TIMEOUT(desk.daw->count("located bar 33"), 1, ShowDesk::kPatienceMs);
     QCOMPARE(desk.daw->texts({"key"}).filter("key up").size(), 3 + 4);
+}
+
+void TestShow::typingWhileTheShowGoesOn_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::newRow("Pro Tools") << int(kModeProToolsBars);
+    QTest::newRow("Studio One") << int(kModeStudioOneBars);
+}
+
+void TestShow::typingWhileTheShowGoesOn()
+{
+    QFETCH(int, mode);
+    ShowDesk desk(showData(mode));
+    desk.velt.mode->setCurrentText("AutoStop");
+    desk.locate(0);
+    QTRY_COMPARE_WITH_TIMEOUT(desk.daw->count("located bar 12"), 1, ShowDesk::kPatienceMs);
+    desk.daw->forget();
+    const QTableWidgetItem* cue = desk.velt.table->item(2, 1);
+    Desktop::click(desk.velt.table->viewport(), desk.velt.table->visualItemRect(cue).center(), 2);
+    Desktop::xdotool({"type", "wait for "});
+    desk.daw->press("end 24"); // AutoStop
+    QTRY_COMPARE_WITH_TIMEOUT(desk.daw->count(ShowDesk::kMmcStop), 1, ShowDesk::kPatienceMs);
+    Desktop::xdotool({"type", "Mara 0"});
+    desk.daw->press("note 29"); // Song DOWN
+    QTRY_COMPARE(desk.velt.selectedRow(), 3);
+    Desktop::xdotool({"type", " go"});
+    Desktop::key("ctrl+space ctrl+0 KP_Enter");
+    QTRY_COMPARE(desk.velt.table->item(2, 1)->text(), QString("wait for Mara 0 go"));
+    Desktop::key("0"); // What has reached the DAW before this key has come by now.
+    QTRY_COMPARE(desk.daw->texts({"key"}), presses({"0x52"}));
 }
 
 void TestShow::frameTellsWhoHasTheKeyboard()
