@@ -98,7 +98,7 @@ int enumerations()
 
 int unreleased()
 {
-    return static_cast<int>(unreleasedObjects());
+    return unreleasedObjects();
 }
 
 Event pause(unsigned int microseconds)

@@ -20,7 +20,7 @@ constexpr std::uint32_t kMaxNumbers = 65536;
 // In the order of X11Connection::Atom.
 constexpr std::array<std::string_view, X11Connection::kAtoms> kAtomNames = {
     "_NET_SUPPORTING_WM_CHECK", "_NET_CLIENT_LIST", "_NET_CLIENT_LIST_STACKING",
-    "_NET_ACTIVE_WINDOW", "_NET_WM_PID"};
+    "_NET_ACTIVE_WINDOW",       "_NET_WM_PID",      "WM_STATE"};
 
 void ignoreBrokenPipes()
 {
@@ -64,7 +64,7 @@ bool X11Connection::internAtoms()
     }
     bool isComplete = true;
     for (std::size_t i = 0; i < kAtoms; ++i) {
-        const auto atom = reply<xcb_intern_atom_reply_t>(requests[i].sequence);
+        const auto atom = reply<xcb_intern_atom_reply_t>(requests[i]);
         atoms[i] = atom ? atom->atom : xcb_atom_t(XCB_ATOM_NONE);
         isComplete = isComplete && atom;
     }
@@ -87,8 +87,7 @@ X11Connection::State X11Connection::state()
 bool X11Connection::isDone(xcb_void_cookie_t request)
 {
     // The server works in order: with the answer to a later request, the outcome of this is known.
-    const auto later = xcb_get_input_focus(xcb());
-    if (!reply<xcb_get_input_focus_reply_t>(later.sequence)) {
+    if (!reply<xcb_get_input_focus_reply_t>(xcb_get_input_focus(xcb()))) {
         xcb_discard_reply(xcb(), request.sequence);
         return false;
     }
@@ -96,15 +95,15 @@ bool X11Connection::isDone(xcb_void_cookie_t request)
     return !error;
 }
 
-xcb_get_property_cookie_t X11Connection::askNumbers(xcb_window_t window, Atom property,
-                                                    xcb_atom_t type)
+xcb_get_property_cookie_t X11Connection::askNumbers(xcb_window_t window, Atom property)
 {
-    return xcb_get_property(xcb(), 0, window, atoms[property], type, 0, kMaxNumbers);
+    return xcb_get_property(xcb(), 0, window, atoms[property], XCB_GET_PROPERTY_TYPE_ANY, 0,
+                            kMaxNumbers);
 }
 
 std::vector<std::uint32_t> X11Connection::numbers(xcb_get_property_cookie_t request)
 {
-    const auto property = reply<xcb_get_property_reply_t>(request.sequence);
+    const auto property = reply<xcb_get_property_reply_t>(request);
     if (!property || property->format != 32) {
         return {};
     }

@@ -105,8 +105,7 @@ class KeySendDisplayTest : public TestCase
         // It has taken over when it manages a window; while it starts it loses what it should show.
         OwnWindow window;
         const auto listed = [&x11 = window.x11] {
-            return x11.numbers(
-                x11.askNumbers(x11.root(), X11Connection::ClientList, XCB_ATOM_WINDOW));
+            return x11.numbers(x11.askNumbers(x11.root(), X11Connection::ClientList));
         };
         QTRY_VERIFY((window.map(), !listed().empty()));
     }
@@ -122,7 +121,7 @@ class KeySendDisplayTest : public TestCase
         auto second = std::make_unique<OwnWindow>();
         X11Connection x11;
         const auto becomes = [&x11](xcb_window_t window) {
-            return QTest::qWaitFor([&] { return keyWindow(x11, getpid()) == window; });
+            return QTest::qWaitFor([&] { return X11Windows(x11).keyWindow(getpid()) == window; });
         };
         QVERIFY(becomes(second->window));
         xcb_set_input_focus(x11.xcb(), XCB_INPUT_FOCUS_PARENT, second->window, XCB_CURRENT_TIME);
@@ -135,7 +134,7 @@ class KeySendDisplayTest : public TestCase
         QVERIFY(becomes(second->window));
         second.reset();
         QVERIFY(becomes(XCB_NONE));
-        QCOMPARE(windowOwners(x11), std::vector{static_cast<pid_t>(other.processId())});
+        QCOMPARE(X11Windows(x11).owners(), std::vector{static_cast<pid_t>(other.processId())});
     }
 
 private slots:

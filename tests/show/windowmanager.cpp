@@ -12,8 +12,7 @@ namespace {
 bool isManaged(X11Connection& server)
 {
     const auto named = [&server](xcb_window_t window) {
-        return server.numbers(
-            server.askNumbers(window, X11Connection::SupportingWmCheck, XCB_ATOM_WINDOW));
+        return server.numbers(server.askNumbers(window, X11Connection::SupportingWmCheck));
     };
     const auto check = named(server.root());
     return !check.empty() && named(check[0]) == check;
