@@ -73,7 +73,10 @@ bool X11Connection::internAtoms()
 
 X11Connection::State X11Connection::state()
 {
-    readEvents();
+    // What came before the end of the connection must be read first.
+    do {
+        readEvents();
+    } while (!xcb_connection_has_error(xcb()) && hasInput(0ms));
     if (!isReady || xcb_connection_has_error(xcb())) {
         return Lost;
     }
@@ -84,14 +87,21 @@ X11Connection::State X11Connection::state()
     return unanswered ? Hung : Working;
 }
 
-bool X11Connection::isDone(xcb_void_cookie_t request)
+// The server works in order: with the reply to a later request, the outcome of this one is known.
+X11Connection::Outcome X11Connection::send(xcb_void_cookie_t request)
 {
-    // The server works in order: with the answer to a later request, the outcome of this is known.
-    if (!reply<xcb_get_input_focus_reply_t>(xcb_get_input_focus(xcb()))) {
-        xcb_discard_reply(xcb(), request.sequence);
+    const auto later = xcb_get_input_focus(xcb());
+    xcb_flush(xcb());
+    return {request, later};
+}
+
+bool X11Connection::isDone(Outcome outcome)
+{
+    if (!reply<xcb_get_input_focus_reply_t>(outcome.later)) {
+        xcb_discard_reply(xcb(), outcome.request.sequence);
         return false;
     }
-    const X11Reply<xcb_generic_error_t> error(xcb_request_check(xcb(), request));
+    const X11Reply<xcb_generic_error_t> error(xcb_request_check(xcb(), outcome.request));
     return !error;
 }
 
@@ -137,9 +147,14 @@ void* X11Connection::await(unsigned int sequence)
             unanswered = sequence;
             return nullptr;
         }
-        pollfd socket = {xcb_get_file_descriptor(xcb()), POLLIN, 0};
-        ::poll(&socket, 1, static_cast<int>(left.count()));
+        hasInput(left);
     }
+}
+
+bool X11Connection::hasInput(std::chrono::milliseconds within)
+{
+    pollfd socket = {xcb_get_file_descriptor(xcb()), POLLIN, 0};
+    return ::poll(&socket, 1, static_cast<int>(within.count())) > 0;
 }
 
 // Whether the request has had its outcome, a failure or the loss of the server included; `reply`

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
@@ -46,8 +47,16 @@ public:
     {
         return X11Reply<Reply>(static_cast<Reply*>(await(request.sequence)));
     }
-    // Whether the server has carried out a checked request that has no reply.
-    bool isDone(xcb_void_cookie_t request);
+
+    // Sends a checked request that has no reply; isDone() waits for its outcome, once, and is false
+    // if the request failed, or the server is lost or hung.
+    struct Outcome
+    {
+        xcb_void_cookie_t request;
+        xcb_get_input_focus_cookie_t later;
+    };
+    Outcome send(xcb_void_cookie_t request);
+    bool isDone(Outcome outcome);
 
     // Asks for a property that is a list of 32-bit values, and takes the answer: empty if there is
     // no such property or window.
@@ -66,6 +75,7 @@ private:
     bool internAtoms();
     void* await(unsigned int sequence);
     bool takeReply(unsigned int sequence, X11Reply<void>& reply);
+    bool hasInput(std::chrono::milliseconds within);
     void readEvents();
 
     std::unique_ptr<xcb_connection_t, Disconnect> connection;

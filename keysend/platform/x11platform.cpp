@@ -23,9 +23,10 @@ struct Session
     X11Windows windows{connection};
     std::optional<X11KeyMap> keyMap; // Read at the first key and after changes.
 
-    // The process and window that got the last press.
+    // The last press: whose, into which window, and whether it arrived.
     ProcessSerialNumber pressedProcess{};
     xcb_window_t pressedWindow = XCB_NONE;
+    X11Connection::Outcome pressed{};
 };
 
 // Connected at first use and after the server was lost; null if there is no server or it hangs.
@@ -106,8 +107,8 @@ std::optional<X11KeyMap::Stroke> strokeOf(Session& current, const __CGEvent& eve
     return stroke;
 }
 
-// False if the window has gone, or the server.
-bool post(X11Connection& x11, xcb_window_t window, X11KeyMap::Stroke stroke, bool isDown)
+X11Connection::Outcome post(X11Connection& x11, xcb_window_t window, X11KeyMap::Stroke stroke,
+                            bool isDown)
 {
     xcb_key_press_event_t message = {};
     message.response_type = isDown ? XCB_KEY_PRESS : XCB_KEY_RELEASE;
@@ -119,8 +120,35 @@ bool post(X11Connection& x11, xcb_window_t window, X11KeyMap::Stroke stroke, boo
     message.same_screen = 1;
     // Without an event mask the message goes to the client that made the window, whatever that
     // client has selected.
-    return x11.isDone(xcb_send_event_checked(x11.xcb(), 0, window, XCB_EVENT_MASK_NO_EVENT,
-                                             reinterpret_cast<const char*>(&message)));
+    return x11.send(xcb_send_event_checked(x11.xcb(), 0, window, XCB_EVENT_MASK_NO_EVENT,
+                                           reinterpret_cast<const char*>(&message)));
+}
+
+void press(Session& current, const ProcessSerialNumber& receiver, X11KeyMap::Stroke stroke)
+{
+    current.pressedProcess = receiver;
+    current.pressedWindow =
+        isRunning(receiver) ? current.windows.keyWindow(static_cast<pid_t>(receiver.lowLongOfPSN))
+                            : xcb_window_t(XCB_NONE);
+    if (current.pressedWindow) {
+        current.pressed = post(current.connection, current.pressedWindow, stroke, true);
+    }
+}
+
+// A release goes to the window that got the press, even if another is active by now. Whether the
+// press arrived is known without waiting only now. If its window had closed, the process may have
+// another.
+void release(Session& current, const ProcessSerialNumber& receiver, X11KeyMap::Stroke stroke)
+{
+    const auto isPressed = [&] {
+        return current.pressedWindow && isSame(current.pressedProcess, receiver);
+    };
+    if (isPressed() && !current.connection.isDone(current.pressed)) {
+        press(current, receiver, stroke);
+    }
+    if (isPressed()) {
+        post(current.connection, current.pressedWindow, stroke, false);
+    }
 }
 
 } // namespace
@@ -178,21 +206,9 @@ void CGEventPostToPSN(void* process, CGEventRef event)
     if (!stroke) {
         return;
     }
-    // A release belongs to the window that got the press, even if another is active by now.
-    if (!event->isDown && isSame(current->pressedProcess, receiver) &&
-        post(current->connection, current->pressedWindow, *stroke, false)) {
-        return;
-    }
-    // A window can close between being found and being written to, and the process have another.
-    for (int attempt = 0; attempt < 2 && isRunning(receiver); ++attempt) {
-        const auto window = current->windows.keyWindow(static_cast<pid_t>(receiver.lowLongOfPSN));
-        if (!window) {
-            return;
-        }
-        if (post(current->connection, window, *stroke, event->isDown)) {
-            current->pressedProcess = receiver;
-            current->pressedWindow = window;
-            return;
-        }
+    if (event->isDown) {
+        press(*current, receiver, *stroke);
+    } else {
+        release(*current, receiver, *stroke);
     }
 }

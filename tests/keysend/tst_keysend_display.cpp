@@ -66,7 +66,7 @@ struct OwnWindow
                           XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
         map();
     }
-    void map() { x11.isDone(xcb_map_window_checked(x11.xcb(), window)); }
+    void map() { x11.isDone(x11.send(xcb_map_window_checked(x11.xcb(), window))); }
 
     X11Connection x11;
     xcb_window_t window = xcb_generate_id(x11.xcb());
