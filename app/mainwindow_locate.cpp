@@ -35,7 +35,8 @@ bool MainWindow::isSendProcessExist()
     // Notes of a foot switch get here while the box is open; one box says it all.
     if (!isWarningOpen) {
         const QScopedValueRollback<bool> guard(isWarningOpen, true);
-        MessageBoxes::warn(this, tr("Process [%1] not found").arg(dawMode(editData.Mode).daw.process));
+        MessageBoxes::warn(this,
+                           tr("Process [%1] not found").arg(dawMode(editData.Mode).daw.process));
     }
     return false;
 }

@@ -35,14 +35,21 @@ bool isViewable(const xcb_get_window_attributes_reply_t& window)
            window._class == XCB_WINDOW_CLASS_INPUT_OUTPUT;
 }
 
+// Whether a window has this WM_STATE because it is shown or iconic.
+bool isMarked(const std::vector<std::uint32_t>& state, bool isSeen)
+{
+    constexpr std::uint32_t kNormalState = 1;
+    constexpr std::uint32_t kIconicState = 3;
+    return !state.empty() &&
+           (state.front() == kIconicState || (state.front() == kNormalState && isSeen));
+}
+
 // The application's window of each of the root's children, if it has one. A window manager marks an
 // application's window with WM_STATE (ICCCM, 4.1.3.1) and may have put it into a frame. Without a
 // window manager the child itself is the application's.
 Windows clientWindows(X11Connection& x11, const Windows& rootChildren)
 {
     constexpr int kMaxDepth = 3; // Window managers have one or two frames round a window.
-    constexpr std::uint32_t kNormalState = 1;
-    constexpr std::uint32_t kIconicState = 3;
     struct Candidate
     {
         std::size_t place; // Of the root's child.
@@ -73,8 +80,7 @@ Windows clientWindows(X11Connection& x11, const Windows& rootChildren)
                 continue;
             }
             const bool isSeen = isViewable(*attributes);
-            if (!state.empty() &&
-                (state.front() == kIconicState || (state.front() == kNormalState && isSeen))) {
+            if (isMarked(state, isSeen)) {
                 marked[is.place] = is.window;
             } else if (depth < kMaxDepth) {
                 for (const xcb_window_t child : childrenOf(tree.get())) {
@@ -87,9 +93,8 @@ Windows clientWindows(X11Connection& x11, const Windows& rootChildren)
         }
         level.swap(nextLevel);
     }
-    for (std::size_t place = 0; place < marked.size(); ++place) {
-        marked[place] = marked[place] ? marked[place] : plain[place];
-    }
+    std::transform(marked.begin(), marked.end(), plain.begin(), marked.begin(),
+                   [](auto client, auto child) { return client ? client : child; });
     marked.erase(std::remove(marked.begin(), marked.end(), xcb_window_t(XCB_NONE)), marked.end());
     return marked;
 }
