@@ -13,9 +13,9 @@ namespace {
 
 constexpr unsigned kProToolsKeys = Button0 | ButtonTab | ButtonSpace;
 constexpr unsigned kStudioOneKeys = Button0 | ButtonEnter;
-constexpr DawMode::Daw kProTools = {QLatin1String("Pro Tools"), kProToolsKeys, kProToolsKeys};
-constexpr DawMode::Daw kStudioOne = {QLatin1String("Studio One"), kStudioOneKeys, kStudioOneKeys};
-constexpr DawMode::Daw kUnknown = {kProTools.process, kProToolsKeys, Button0};
+const DawMode::Daw kProTools = {QLatin1String("Pro Tools"), kProToolsKeys, kProToolsKeys};
+const DawMode::Daw kStudioOne = {QLatin1String("Studio One"), kStudioOneKeys, kStudioOneKeys};
+const DawMode::Daw kUnknown = {kProTools.process, kProToolsKeys, Button0};
 
 constexpr unsigned int kStopPauseUs = 100000;
 
@@ -30,14 +30,14 @@ constexpr KeyStroke command(unsigned char code)
 }
 
 // The index is the mode.
-constexpr DawMode kModes[] = {
+const DawMode kModes[] = {
     {kProTools, kStopPauseUs, key(kKeyKeypadEquals), &EditDataSong::Bar, key(kKeyKeypadEnter)},
     {kProTools, 0, key(kKeyKeypadDecimal), &EditDataSong::Marker, key(kKeyKeypadDecimal)},
     {kStudioOne, 0, command(kKeyT), &EditDataSong::Bar, key(kKeyReturn)},
     {kStudioOne, 0, command(kKeySemicolon), &EditDataSong::Marker, key(kKeyKeypadEnter)},
 };
 
-constexpr DawMode kUnknownMode = {kUnknown, 0, key(0), nullptr, key(0)};
+const DawMode kUnknownMode = {kUnknown, 0, key(0), nullptr, key(0)};
 
 } // namespace
 

@@ -1,26 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "qkeyeventsendmac.h"
 
-#include "qkeyeventsendmacproxy.h"
-
 #include <cstring>
 #include <vector>
 
 namespace {
 
 constexpr CFIndex kNameBufferBytes = 255; // With the terminating zero.
+constexpr unsigned int kKeyHoldUs = 30000;
 
-// The length of the longest run of whole UTF-8 characters at the start of `text` that fits.
-std::size_t wholeCharacters(const char* text, std::size_t maxBytes)
-{
-    std::size_t length = maxBytes;
-    while (length > 0 && (static_cast<unsigned char>(text[length]) & 0xc0U) == 0x80U) {
-        --length;
-    }
-    return length;
-}
-
-// Writes the name into `slot`, cut if need be; false if it has no UTF-8 form.
+// Writes the name into `slot`, if too long cut at the start of a UTF-8 character; false if the name
+// has no UTF-8 form.
 bool storeName(CFStringRef name, char* slot)
 {
     if (CFStringGetCString(name, slot, kNameBufferBytes, kCFStringEncodingUTF8)) {
@@ -32,10 +22,26 @@ bool storeName(CFStringRef name, char* slot)
     if (!CFStringGetCString(name, whole.data(), bytes, kCFStringEncodingUTF8)) {
         return false;
     }
-    const std::size_t length = wholeCharacters(whole.data(), kNameBufferBytes - 1);
+    std::size_t length = kNameBufferBytes - 1;
+    while (length > 0 && (static_cast<unsigned char>(whole[length]) & 0xc0U) == 0x80U) {
+        --length;
+    }
     std::memcpy(slot, whole.data(), length);
     slot[length] = '\0';
     return true;
+}
+
+void postEvent(ProcessSerialNumber process, unsigned char key, bool isDown, int isCmd)
+{
+    CGEventRef event = CGEventCreateKeyboardEvent(nullptr, key, isDown);
+    if (!event) {
+        return;
+    }
+    if (isCmd == 1) {
+        CGEventSetFlags(event, kCGEventFlagMaskCommand);
+    }
+    CGEventPostToPSN(&process, event);
+    CFRelease(event);
 }
 
 } // namespace
@@ -68,7 +74,19 @@ void QKeyEventSendMac::setProcessName()
 
 void QKeyEventSendMac::sendKeyEvent(int pos, unsigned char key, int isCmd)
 {
-    if (pos >= 0 && pos < iProcCount) {
-        sendKeyByProxy(pos, key, isCmd);
+    if (pos < 0 || pos >= iProcCount) {
+        return;
     }
+#ifdef __APPLE__
+    sendKeyByProxy(pos, key, isCmd);
+#else
+    pressKey(pos, key, isCmd);
+#endif
+}
+
+void QKeyEventSendMac::pressKey(int pos, unsigned char key, int isCmd)
+{
+    postEvent(psnArray[pos], key, true, isCmd);
+    platformPause(kKeyHoldUs);
+    postEvent(psnArray[pos], key, false, isCmd);
 }

@@ -10,20 +10,22 @@
 class QKeyEventSendMac
 {
 public:
-    // Fills the table anew with the running applications in the platform's order, without the
-    // calling process itself. At most 256 are listed. An application whose name cannot be had is
-    // left out; a name of more than 254 bytes is cut after its last whole character that fits.
+    // Fills the table with the running applications in the platform's order, without the calling
+    // process itself. At most 256 are listed. An application whose name is not available is left
+    // out; a name of more than 254 bytes is cut after its last whole character that fits.
     void setProcessName();
 
     [[nodiscard]] int getProcNameCount() const { return iProcCount; }
     // The name in slot i, 0 to getProcNameCount() - 1, as zero-terminated UTF-8.
     [[nodiscard]] const char* getProcName(int i) const { return cProcNameArray[i]; }
-    // The process in slot i, likewise. It is the one that setProcessName() found, running or not.
-    static ProcessSerialNumber getProcess(int i) { return psnArray[i]; }
 
     // Presses and releases the key of this macOS virtual key code in the process of slot `pos`,
     // with the Command modifier if isCmd is 1; takes 30 ms. A slot that is not filled gets nothing.
     void sendKeyEvent(int pos, unsigned char key, int isCmd);
+
+    // The work of sendKeyEvent() for a filled slot. On macOS the class QKeyEventSendMacProxy calls
+    // it.
+    static void pressKey(int pos, unsigned char key, int isCmd);
 
 private:
     static constexpr int kSlots = 256;
@@ -33,3 +35,8 @@ private:
     static ProcessSerialNumber psnArray[kSlots];
     static int iProcCount;
 };
+
+#ifdef __APPLE__
+// Sends the key through an object of QKeyEventSendMacProxy (qkeyeventsendmacproxy.mm).
+void sendKeyByProxy(int pos, unsigned char key, int isCmd);
+#endif

@@ -1,15 +1,18 @@
 // SPDX-License-Identifier: MIT
-#include "qkeyeventsendmacproxy.h"
+#include "qkeyeventsendmac.h"
 
-#include "keypress.h"
+#include <Foundation/Foundation.h>
+
+// What must be Objective-C++ of sending one key.
+@interface QKeyEventSendMacProxy : NSObject
+- (void)sendKeyEvent:(int)pos Key:(unsigned char)key IsCmd:(int)isCmd;
+@end
 
 @implementation QKeyEventSendMacProxy
-
 - (void)sendKeyEvent:(int)pos Key:(unsigned char)key IsCmd:(int)isCmd
 {
-    pressKey(pos, key, isCmd);
+    QKeyEventSendMac::pressKey(pos, key, isCmd);
 }
-
 @end
 
 void sendKeyByProxy(int pos, unsigned char key, int isCmd)

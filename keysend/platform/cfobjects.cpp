@@ -4,26 +4,21 @@
 #include <cstring>
 #include <memory>
 #include <unordered_map>
-#include <utility>
-#include <variant>
 
 namespace {
 
-using Object = std::variant<__CFString, __CGEvent>;
-
-std::unordered_map<CFTypeRef, std::unique_ptr<Object>>& objects()
+std::unordered_map<CFTypeRef, std::shared_ptr<void>>& objects()
 {
-    static std::unordered_map<CFTypeRef, std::unique_ptr<Object>> living;
-    return living;
+    static std::unordered_map<CFTypeRef, std::shared_ptr<void>> unreleased;
+    return unreleased;
 }
 
 template <class T>
-T* create(T value)
+T* create(const T& value)
 {
-    auto object = std::make_unique<Object>(std::move(value));
-    T* const handle = std::get_if<T>(object.get());
-    objects().emplace(handle, std::move(object));
-    return handle;
+    const auto object = std::make_shared<T>(value);
+    objects().emplace(object.get(), object);
+    return object.get();
 }
 
 } // namespace
@@ -33,9 +28,9 @@ CFStringRef createString(const QString& text)
     return create(__CFString{text});
 }
 
-std::size_t unreleasedObjects()
+int unreleasedObjects()
 {
-    return objects().size();
+    return static_cast<int>(objects().size());
 }
 
 void CFRelease(CFTypeRef object)

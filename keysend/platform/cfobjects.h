@@ -5,11 +5,9 @@
 
 #include <QString>
 
-#include <cstddef>
-
-// The strings and key events that the providers hand out outside macOS, with the calls that need
-// nothing else: CFRelease, CFStringGet..., CGEventCreateKeyboardEvent, CGEventSetFlags. An object
-// lives until it is released, once; releasing or reading it later is an error.
+// The strings and key events of the providers outside macOS. Implements CFRelease,
+// CFStringGet..., CGEventCreateKeyboardEvent and CGEventSetFlags. An object lives until it is
+// released.
 
 // NOLINTBEGIN(bugprone-reserved-identifier): the platform's own names.
 struct __CFString
@@ -26,5 +24,5 @@ struct __CGEvent
 // NOLINTEND(bugprone-reserved-identifier)
 
 CFStringRef createString(const QString& text);
-// How many objects are alive, for tests.
-std::size_t unreleasedObjects();
+// The number of objects that are not released, for tests.
+int unreleasedObjects();

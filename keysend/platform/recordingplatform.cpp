@@ -3,10 +3,7 @@
 
 #include "cfobjects.h"
 
-#include <QStringList>
-
-#include <cstring>
-#include <tuple>
+#include <utility>
 
 namespace {
 
@@ -23,8 +20,8 @@ State& state()
     return value;
 }
 
-// The handle of an application is this plus its index; it moves on with every list, for handles
-// of earlier lists to stay apart.
+// The handle of the first application. Grows with every list, so that handles of earlier lists
+// differ.
 UInt32 firstHandle = 1;
 
 int indexOf(const ProcessSerialNumber& process)
@@ -39,22 +36,15 @@ ProcessSerialNumber handle(int index)
     return {0, firstHandle + static_cast<UInt32>(index)};
 }
 
-QString describe(const Recording::Event& event)
+QString keyEvent(bool isDown, int application, int key, quint64 flags)
 {
-    if (event.type == Recording::Event::Pause) {
-        return QStringLiteral("%1 us").arg(event.microseconds);
-    }
-    const QLatin1String way(event.type == Recording::Event::KeyDown ? "down" : "up");
-    QString text = QStringLiteral("0x%1 %2 to %3")
-                       .arg(event.key, 2, 16, QLatin1Char('0'))
-                       .arg(way)
-                       .arg(event.application);
-    if (event.flags == Recording::kCommand) {
-        text += QLatin1String(" with Command");
-    } else if (event.flags) {
-        text += QStringLiteral(" with flags 0x%1").arg(event.flags, 0, 16);
-    }
-    return text;
+    return QStringLiteral("0x%1 %2 to %3%4")
+        .arg(key, 2, 16, QLatin1Char('0'))
+        .arg(isDown ? QStringLiteral("down") : QStringLiteral("up"))
+        .arg(application)
+        .arg(flags == Recording::kCommand ? QStringLiteral(" with Command")
+             : flags                      ? QStringLiteral(" with flags %1").arg(flags)
+                                          : QString());
 }
 
 } // namespace
@@ -64,12 +54,6 @@ namespace Recording {
 Application::Application(const char* utf8Name, Kind theKind)
     : name(QString::fromUtf8(utf8Name)), kind(theKind)
 {
-}
-
-bool Event::operator==(const Event& other) const
-{
-    return std::tie(type, application, key, flags, microseconds) ==
-           std::tie(other.type, other.application, other.key, other.flags, other.microseconds);
 }
 
 void reset()
@@ -86,9 +70,7 @@ void setApplications(const QVector<Application>& applications)
 
 Events takeEvents()
 {
-    Events taken;
-    taken.swap(state().events);
-    return taken;
+    return std::exchange(state().events, {});
 }
 
 int enumerations()
@@ -98,22 +80,18 @@ int enumerations()
 
 int unreleased()
 {
-    return static_cast<int>(unreleasedObjects());
+    return unreleasedObjects();
 }
 
-Event pause(unsigned int microseconds)
+QString pause(unsigned int microseconds)
 {
-    Event event;
-    event.microseconds = microseconds;
-    return event;
+    return QStringLiteral("%1 us").arg(microseconds);
 }
 
 Events press(int application, int key, quint64 flags)
 {
-    return {{Event::KeyDown, application, key, flags, 0},
-            pause(30000),
-            {Event::KeyUp, application, key, flags, 0},
-            pause(100000)};
+    return {keyEvent(true, application, key, flags), pause(30000),
+            keyEvent(false, application, key, flags), pause(100000)};
 }
 
 Events presses(int application, const QVector<int>& keys)
@@ -123,20 +101,6 @@ Events presses(int application, const QVector<int>& keys)
         events += press(application, code);
     }
     return events;
-}
-
-char* toString(const Event& event)
-{
-    return qstrdup(qPrintable(describe(event)));
-}
-
-char* toString(const Events& events)
-{
-    QStringList texts;
-    for (const Event& event : events) {
-        texts.append(describe(event));
-    }
-    return qstrdup(qPrintable(texts.join(QLatin1String(", "))));
 }
 
 } // namespace Recording
@@ -185,9 +149,9 @@ OSStatus CopyProcessName(const ProcessSerialNumber* process, CFStringRef* name)
 
 void CGEventPostToPSN(void* process, CGEventRef event)
 {
-    state().events.append({event->isDown ? Recording::Event::KeyDown : Recording::Event::KeyUp,
-                           indexOf(*static_cast<ProcessSerialNumber*>(process)), event->key,
-                           event->flags, 0});
+    state().events.append(keyEvent(event->isDown,
+                                   indexOf(*static_cast<ProcessSerialNumber*>(process)), event->key,
+                                   event->flags));
 }
 
 void platformPause(unsigned int microseconds)

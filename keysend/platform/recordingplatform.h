@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QString>
+#include <QStringList>
 #include <QVector>
 
 // The platform layer of tests: link velt_platform_recording instead of velt_platform. The running
@@ -34,23 +34,11 @@ struct Application
     Kind kind;
 };
 
-struct Event
-{
-    enum Type { KeyDown, KeyUp, Pause };
-
-    Type type = Pause;
-    int application = 0; // Index in the list of applications, or kGone.
-    int key = 0;         // macOS virtual key code.
-    quint64 flags = 0;   // kCommand or 0.
-    unsigned int microseconds = 0;
-
-    bool operator==(const Event& other) const;
-    bool operator!=(const Event& other) const { return !(*this == other); }
-};
-using Events = QVector<Event>;
+// Such as "0x51 down to 1", "0x11 up to 2 with Command", "30000 us".
+using Events = QStringList;
 
 constexpr quint64 kCommand = 0x100000;
-constexpr int kGone = -1; // Sent to an application of an earlier list.
+constexpr int kGone = -1; // The application of an event that was sent to one of an earlier list.
 
 // No application, no event, no count.
 void reset();
@@ -65,12 +53,8 @@ int enumerations();
 int unreleased();
 
 // Expectations, to be joined by +. A press is down, 30 ms, up, 100 ms.
-Event pause(unsigned int microseconds);
+QString pause(unsigned int microseconds);
 Events press(int application, int key, quint64 flags = 0);
 Events presses(int application, const QVector<int>& keys);
-
-// For the message of a failed QCOMPARE, such as "0x51 down to 1 with Command, 30000 us, ...".
-char* toString(const Event& event);
-char* toString(const Events& events);
 
 } // namespace Recording

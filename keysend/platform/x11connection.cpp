@@ -20,7 +20,7 @@ constexpr std::uint32_t kMaxNumbers = 65536;
 // In the order of X11Connection::Atom.
 constexpr std::array<std::string_view, X11Connection::kAtoms> kAtomNames = {
     "_NET_SUPPORTING_WM_CHECK", "_NET_CLIENT_LIST", "_NET_CLIENT_LIST_STACKING",
-    "_NET_ACTIVE_WINDOW", "_NET_WM_PID"};
+    "_NET_ACTIVE_WINDOW",       "_NET_WM_PID",      "WM_STATE"};
 
 void ignoreBrokenPipes()
 {
@@ -64,7 +64,7 @@ bool X11Connection::internAtoms()
     }
     bool isComplete = true;
     for (std::size_t i = 0; i < kAtoms; ++i) {
-        const auto atom = reply<xcb_intern_atom_reply_t>(requests[i].sequence);
+        const auto atom = reply<xcb_intern_atom_reply_t>(requests[i]);
         atoms[i] = atom ? atom->atom : xcb_atom_t(XCB_ATOM_NONE);
         isComplete = isComplete && atom;
     }
@@ -73,7 +73,10 @@ bool X11Connection::internAtoms()
 
 X11Connection::State X11Connection::state()
 {
-    readEvents();
+    // What came before the end of the connection must be read first.
+    do {
+        readEvents();
+    } while (!xcb_connection_has_error(xcb()) && hasInput(0ms));
     if (!isReady || xcb_connection_has_error(xcb())) {
         return Lost;
     }
@@ -84,27 +87,33 @@ X11Connection::State X11Connection::state()
     return unanswered ? Hung : Working;
 }
 
-bool X11Connection::isDone(xcb_void_cookie_t request)
+// The server works in order: with the reply to a later request, the outcome of this one is known.
+X11Connection::Outcome X11Connection::send(xcb_void_cookie_t request)
 {
-    // The server works in order: with the answer to a later request, the outcome of this is known.
     const auto later = xcb_get_input_focus(xcb());
-    if (!reply<xcb_get_input_focus_reply_t>(later.sequence)) {
-        xcb_discard_reply(xcb(), request.sequence);
+    xcb_flush(xcb());
+    return {request, later};
+}
+
+bool X11Connection::isDone(Outcome outcome)
+{
+    if (!reply<xcb_get_input_focus_reply_t>(outcome.later)) {
+        xcb_discard_reply(xcb(), outcome.request.sequence);
         return false;
     }
-    const X11Reply<xcb_generic_error_t> error(xcb_request_check(xcb(), request));
+    const X11Reply<xcb_generic_error_t> error(xcb_request_check(xcb(), outcome.request));
     return !error;
 }
 
-xcb_get_property_cookie_t X11Connection::askNumbers(xcb_window_t window, Atom property,
-                                                    xcb_atom_t type)
+xcb_get_property_cookie_t X11Connection::askNumbers(xcb_window_t window, Atom property)
 {
-    return xcb_get_property(xcb(), 0, window, atoms[property], type, 0, kMaxNumbers);
+    return xcb_get_property(xcb(), 0, window, atoms[property], XCB_GET_PROPERTY_TYPE_ANY, 0,
+                            kMaxNumbers);
 }
 
 std::vector<std::uint32_t> X11Connection::numbers(xcb_get_property_cookie_t request)
 {
-    const auto property = reply<xcb_get_property_reply_t>(request.sequence);
+    const auto property = reply<xcb_get_property_reply_t>(request);
     if (!property || property->format != 32) {
         return {};
     }
@@ -138,9 +147,14 @@ void* X11Connection::await(unsigned int sequence)
             unanswered = sequence;
             return nullptr;
         }
-        pollfd socket = {xcb_get_file_descriptor(xcb()), POLLIN, 0};
-        ::poll(&socket, 1, static_cast<int>(left.count()));
+        hasInput(left);
     }
+}
+
+bool X11Connection::hasInput(std::chrono::milliseconds within)
+{
+    pollfd socket = {xcb_get_file_descriptor(xcb()), POLLIN, 0};
+    return ::poll(&socket, 1, static_cast<int>(within.count())) > 0;
 }
 
 // Whether the request has had its outcome, a failure or the loss of the server included; `reply`

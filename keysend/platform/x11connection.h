@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
@@ -15,21 +16,20 @@ struct FreeReply
 template <class Reply>
 using X11Reply = std::unique_ptr<Reply, FreeReply>;
 
-// One connection to the X server that DISPLAY names, apart from the toolkit's. It lives until the
-// server is lost and is useless then: make a new one. The program lives on.
+// A connection to the X server that DISPLAY names, apart from Qt's. When the server is lost, the
+// program goes on and needs a new connection.
 //
-// A server that does not answer within a second counts as hung. From then on requests fail at
-// once, so that the caller waits once and not once a request, until the server answers again.
-// (Connecting to a server that hangs already does wait for it.)
+// A server that does not answer within a second counts as hung. Until it answers again, requests
+// fail at once: the caller waits once, not once a request. (Connecting to a hung server does wait.)
 //
-// Main thread only. Broken pipes are ignored for the whole process from the first connection on,
-// unless the program handles SIGPIPE itself: a dying server must not end it.
+// Main thread only. Ignores SIGPIPE for the whole process unless the program handles it: a dying
+// server must not end the program.
 class X11Connection
 {
 public:
     enum State { Working, Hung, Lost };
-    enum Atom { SupportingWmCheck, ClientList, ClientListStacking, ActiveWindow, WmPid };
-    static constexpr int kAtoms = WmPid + 1;
+    enum Atom { SupportingWmCheck, ClientList, ClientListStacking, ActiveWindow, WmPid, WmState };
+    static constexpr int kAtoms = WmState + 1;
 
     X11Connection();
 
@@ -41,19 +41,26 @@ public:
     const xcb_setup_t& setup() const { return *xcb_get_setup(connection.get()); }
     xcb_window_t root() const { return rootWindow; }
 
-    // The reply to the request of this sequence number; none if the request failed, or the server
-    // is lost or hung.
-    template <class Reply>
-    X11Reply<Reply> reply(unsigned int sequence)
+    // The reply to a request; none if the request failed, or the server is lost or hung.
+    template <class Reply, class Cookie>
+    X11Reply<Reply> reply(Cookie request)
     {
-        return X11Reply<Reply>(static_cast<Reply*>(await(sequence)));
+        return X11Reply<Reply>(static_cast<Reply*>(await(request.sequence)));
     }
-    // Whether the server has carried out a checked request that has no reply.
-    bool isDone(xcb_void_cookie_t request);
 
-    // Asks for a property that is a list of 32-bit values of this type, and takes the answer: empty
-    // if there is no such property of that type, or no such window.
-    xcb_get_property_cookie_t askNumbers(xcb_window_t window, Atom property, xcb_atom_t type);
+    // Sends a checked request that has no reply; isDone() waits for its outcome, once, and is false
+    // if the request failed, or the server is lost or hung.
+    struct Outcome
+    {
+        xcb_void_cookie_t request;
+        xcb_get_input_focus_cookie_t later;
+    };
+    Outcome send(xcb_void_cookie_t request);
+    bool isDone(Outcome outcome);
+
+    // Asks for a property that is a list of 32-bit values, and takes the answer: empty if there is
+    // no such property or window.
+    xcb_get_property_cookie_t askNumbers(xcb_window_t window, Atom property);
     std::vector<std::uint32_t> numbers(xcb_get_property_cookie_t request);
 
     // Whether the server's key map has changed since the last call, as of the last reply.
@@ -68,6 +75,7 @@ private:
     bool internAtoms();
     void* await(unsigned int sequence);
     bool takeReply(unsigned int sequence, X11Reply<void>& reply);
+    bool hasInput(std::chrono::milliseconds within);
     void readEvents();
 
     std::unique_ptr<xcb_connection_t, Disconnect> connection;

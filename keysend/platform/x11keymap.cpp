@@ -40,8 +40,8 @@ std::optional<X11KeyMap> X11KeyMap::read(X11Connection& connection)
     const auto askKeys =
         xcb_get_keyboard_mapping(connection.xcb(), firstKeycode, static_cast<std::uint8_t>(count));
     const auto askModifiers = xcb_get_modifier_mapping(connection.xcb());
-    const auto keys = connection.reply<xcb_get_keyboard_mapping_reply_t>(askKeys.sequence);
-    const auto rows = connection.reply<xcb_get_modifier_mapping_reply_t>(askModifiers.sequence);
+    const auto keys = connection.reply<xcb_get_keyboard_mapping_reply_t>(askKeys);
+    const auto rows = connection.reply<xcb_get_modifier_mapping_reply_t>(askModifiers);
     if (!keys || !rows) {
         return std::nullopt;
     }

@@ -20,18 +20,16 @@ namespace {
 struct Session
 {
     X11Connection connection;
-    std::optional<X11KeyMap> keyMap; // Read when it is needed.
+    X11Windows windows{connection};
+    std::optional<X11KeyMap> keyMap; // Read at the first key and after changes.
 
-    struct Receiver
-    {
-        ProcessSerialNumber process{};
-        xcb_window_t window = XCB_NONE;
-    };
-    Receiver pressed; // Who got the last event that was looked up.
+    // The last press: whose, into which window, and whether it arrived.
+    ProcessSerialNumber pressedProcess{};
+    xcb_window_t pressedWindow = XCB_NONE;
+    X11Connection::Outcome pressed{};
 };
 
-// The session with the server, made at first use and again when the server was lost in between;
-// null if there is no server or it hangs.
+// Connected at first use and after the server was lost; null if there is no server or it hangs.
 Session* session()
 {
     static std::unique_ptr<Session> current;
@@ -70,7 +68,7 @@ std::vector<ProcessSerialNumber> findProcesses()
     if (!current) {
         return found;
     }
-    for (const pid_t pid : windowOwners(current->connection)) {
+    for (const pid_t pid : current->windows.owners()) {
         if (const auto handle = handleOf(pid)) {
             found.push_back(*handle);
         }
@@ -95,45 +93,62 @@ xcb_timestamp_t nextTime()
     return last;
 }
 
-// False if the window has gone, or the server.
-bool post(Session& current, xcb_window_t window, X11KeyMap::Stroke stroke, const __CGEvent& event)
-{
-    xcb_key_press_event_t message = {};
-    message.response_type = event.isDown ? XCB_KEY_PRESS : XCB_KEY_RELEASE;
-    message.detail = stroke.keycode;
-    message.time = nextTime();
-    message.root = current.connection.root();
-    message.event = window;
-    message.state = stroke.state;
-    if (event.flags & kCGEventFlagMaskCommand) {
-        message.state |= XCB_MOD_MASK_CONTROL; // What applications have here for Command.
-    }
-    message.same_screen = 1;
-    // Without an event mask the message goes to the client that made the window, whatever that
-    // client has selected.
-    return current.connection.isDone(
-        xcb_send_event_checked(current.connection.xcb(), 0, window, XCB_EVENT_MASK_NO_EVENT,
-                               reinterpret_cast<const char*>(&message)));
-}
-
-// The stroke by the key map as of the last reply.
-std::optional<X11KeyMap::Stroke> strokeFor(Session& current, std::uint32_t keysym)
+// The stroke by the key map as of the last reply; none for a key that the program does not type.
+std::optional<X11KeyMap::Stroke> strokeOf(Session& current, const __CGEvent& event)
 {
     if (current.connection.takeKeyMapChange() || !current.keyMap) {
         current.keyMap = X11KeyMap::read(current.connection);
     }
-    return current.keyMap ? current.keyMap->stroke(keysym) : std::nullopt;
+    const MacKey* const key = findMacKey(event.key);
+    auto stroke = key && current.keyMap ? current.keyMap->stroke(key->keysym) : std::nullopt;
+    if (stroke && (event.flags & kCGEventFlagMaskCommand)) {
+        stroke->state |= XCB_MOD_MASK_CONTROL; // What applications have here for Command.
+    }
+    return stroke;
 }
 
-enum class Posted { Done, WindowGone, Impossible };
-
-Posted postTo(Session& current, xcb_window_t window, std::uint32_t keysym, const __CGEvent& event)
+X11Connection::Outcome post(X11Connection& x11, xcb_window_t window, X11KeyMap::Stroke stroke,
+                            bool isDown)
 {
-    const auto stroke = window ? strokeFor(current, keysym) : std::nullopt;
-    if (!stroke) {
-        return Posted::Impossible;
+    xcb_key_press_event_t message = {};
+    message.response_type = isDown ? XCB_KEY_PRESS : XCB_KEY_RELEASE;
+    message.detail = stroke.keycode;
+    message.time = nextTime();
+    message.root = x11.root();
+    message.event = window;
+    message.state = stroke.state;
+    message.same_screen = 1;
+    // Without an event mask the message goes to the client that made the window, whatever that
+    // client has selected.
+    return x11.send(xcb_send_event_checked(x11.xcb(), 0, window, XCB_EVENT_MASK_NO_EVENT,
+                                           reinterpret_cast<const char*>(&message)));
+}
+
+void press(Session& current, const ProcessSerialNumber& receiver, X11KeyMap::Stroke stroke)
+{
+    current.pressedProcess = receiver;
+    current.pressedWindow =
+        isRunning(receiver) ? current.windows.keyWindow(static_cast<pid_t>(receiver.lowLongOfPSN))
+                            : xcb_window_t(XCB_NONE);
+    if (current.pressedWindow) {
+        current.pressed = post(current.connection, current.pressedWindow, stroke, true);
     }
-    return post(current, window, *stroke, event) ? Posted::Done : Posted::WindowGone;
+}
+
+// A release goes to the window that got the press, even if another is active by now. Whether the
+// press arrived is known without waiting only now. If its window had closed, the process may have
+// another.
+void release(Session& current, const ProcessSerialNumber& receiver, X11KeyMap::Stroke stroke)
+{
+    const auto isPressed = [&] {
+        return current.pressedWindow && isSame(current.pressedProcess, receiver);
+    };
+    if (isPressed() && !current.connection.isDone(current.pressed)) {
+        press(current, receiver, stroke);
+    }
+    if (isPressed()) {
+        post(current.connection, current.pressedWindow, stroke, false);
+    }
 }
 
 } // namespace
@@ -186,23 +201,14 @@ OSStatus CopyProcessName(const ProcessSerialNumber* process, CFStringRef* name)
 void CGEventPostToPSN(void* process, CGEventRef event)
 {
     const auto& receiver = *static_cast<const ProcessSerialNumber*>(process);
-    const MacKey* const key = findMacKey(event->key);
     Session* const current = session();
-    if (!key || !current || !isRunning(receiver)) {
+    const auto stroke = current ? strokeOf(*current, *event) : std::nullopt;
+    if (!stroke) {
         return;
     }
-    // A release belongs to the window that got the press, also if another is on top by now.
-    if (!event->isDown && isSame(current->pressed.process, receiver) &&
-        postTo(*current, current->pressed.window, key->keysym, *event) == Posted::Done) {
-        return;
-    }
-    // A window can close between being found and being written to, and the process have another.
-    for (int attempt = 0; attempt < 2; ++attempt) {
-        const xcb_window_t window =
-            keyWindow(current->connection, static_cast<pid_t>(receiver.lowLongOfPSN));
-        if (postTo(*current, window, key->keysym, *event) != Posted::WindowGone) {
-            current->pressed = {receiver, window};
-            return;
-        }
+    if (event->isDown) {
+        press(*current, receiver, *stroke);
+    } else {
+        release(*current, receiver, *stroke);
     }
 }

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr Target kTarget{1.01};
+constexpr Target kTarget{1.005};
 constexpr unsigned int kKeyUs = 30'000;    // Between key down and key up.
 constexpr unsigned int kPauseUs = 100'000; // After a key, and after MMC Stop in Pro Tools by bars.
 constexpr int kLocates = 11;
