@@ -47,12 +47,6 @@ constexpr std::int32_t kModeProToolsMarker = 1;
 constexpr std::int32_t kModeStudioOneBars = 2;
 constexpr std::int32_t kModeStudioOneMarker = 3;
 
-// True for the two Studio One modes.
-constexpr bool isStudioOneMode(std::int32_t mode)
-{
-    return mode == kModeStudioOneBars || mode == kModeStudioOneMarker;
-}
-
 // The one data model: the preferences, the song library and the shows. The operator window holds
 // the only instance; the editor and the preferences dialog change it in place.
 //
