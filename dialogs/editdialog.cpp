@@ -80,6 +80,7 @@ void EditDialog::setUpTables()
     ui->tableSongList->setColumnWidth(0, 130);
     ui->tableSongList->setColumnWidth(1, 150);
     ui->tableSongList->setColumnWidth(2, 70);
+    ui->tableSongList->setColumnWidth(3, 70);
     ui->tableSetList->setColumnWidth(0, 170);
     TableLook::stylePaper(ui->listWidgetSong);
     ui->listWidgetSong->setItemDelegate(new TitleDelegate(songListView, ui->listWidgetSong));
