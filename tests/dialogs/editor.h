@@ -11,7 +11,7 @@
 #include <QPushButton>
 #include <QTableWidget>
 
-// Six songs A to F with the ids 1 to 6; three shows: A, B, space, C, B; B, E; none.
+// Six songs A to F with the ids 1 to 6; three shows 1 to 3: A, B, space, C, B; B, E; none.
 inline EditData tour()
 {
     EditData data;
@@ -28,7 +28,7 @@ inline EditData tour()
         }
         return setList;
     };
-    data.ShowList = {{"Hall", {}, entries("AB-CB")}, {"Club", {}, entries("BE")}, {"Bar", {}, {}}};
+    data.ShowList = {{"1", {}, entries("AB-CB")}, {"2", {}, entries("BE")}, {"3", {}, {}}};
     return data;
 }
 
