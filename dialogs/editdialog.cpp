@@ -88,7 +88,7 @@ void EditDialog::setUpTables()
 
 void EditDialog::setDispFromEdit()
 {
-    update([this] {
+    changeWidgets([this] {
         ui->listWidgetSong->clearSelection();
         fillShowTable();
         fillSongTable();

@@ -86,7 +86,7 @@ private:
     bool isDeletionConfirmed();
     bool isDeletionOfAllConfirmed();
 
-    // These change widgets: they are called in update() or edit().
+    // These change widgets: they are called in changeWidgets() or edit().
     // What disables the button that was pressed gives the focus to a table or list: the toolkit
     // would hand it on to the next button, such as from Delete to All Del.
     void fillShowTable();

@@ -72,7 +72,7 @@ void EditDialog::on_pushSetDelete_clicked()
 
 void EditDialog::on_tableSetList_itemSelectionChanged()
 {
-    update([this] { setEntryButtons(EditRows::allSelected(ui->tableSetList)); });
+    changeWidgets([this] { setEntryButtons(EditRows::allSelected(ui->tableSetList)); });
 }
 
 void EditDialog::setEntryButtons(const std::vector<int>& selectedRows)
@@ -141,7 +141,7 @@ void EditDialog::on_tableSetList_cellChanged(int row, int column)
 
 void EditDialog::on_listWidgetSong_itemSelectionChanged()
 {
-    update([this] {
+    changeWidgets([this] {
         ui->pushSongInsert->setEnabled(ui->listWidgetSong->selectionModel()->hasSelection());
     });
 }

@@ -107,7 +107,7 @@ void EditDialog::on_pushShowListAllDel_clicked()
 void EditDialog::on_tableShowList_currentCellChanged(int currentRow, int /*currentColumn*/,
                                                      int previousRow, int /*previousColumn*/)
 {
-    update([=] {
+    changeWidgets([=] {
         if (currentRow == -1 || currentRow != previousRow) {
             setSetList(currentRow);
         }

@@ -150,7 +150,7 @@ void EditDialog::on_pushSongListAllDel_clicked()
 
 void EditDialog::on_tableSongList_itemSelectionChanged()
 {
-    update([this] {
+    changeWidgets([this] {
         ui->pushSongListDelete->setEnabled(ui->tableSongList->selectionModel()->hasSelection());
     });
 }

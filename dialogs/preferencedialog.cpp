@@ -95,7 +95,7 @@ void PreferenceDialog::connectSlots()
 
 void PreferenceDialog::setDispFromEdit()
 {
-    update([this] {
+    changeWidgets([this] {
         // A mode of a hand-edited file that no button has leaves the buttons as they are.
         if (QAbstractButton* mode = ui->modes->buttons().value(editData->Mode)) {
             mode->setChecked(true);
@@ -143,29 +143,29 @@ void PreferenceDialog::setEditFromDisp()
     setEditFromColors();
 }
 
-void PreferenceDialog::markIfChanged(const QString& shown, const QString& stored)
+void PreferenceDialog::markIf(bool isChange)
 {
-    edit([&] { return shown != stored; });
+    edit([isChange] { return isChange; });
 }
 
 void PreferenceDialog::on_comboMidiIn_currentIndexChanged(const QString& arg1)
 {
-    markIfChanged(arg1, editData->MidiInPort);
+    markIf(arg1 != editData->MidiInPort);
 }
 
 void PreferenceDialog::on_comboShortcutMidiIn_currentIndexChanged(const QString& arg1)
 {
-    markIfChanged(arg1, editData->ShortcutMidiInPort);
+    markIf(arg1 != editData->ShortcutMidiInPort);
 }
 
 void PreferenceDialog::on_comboMidiOut_currentIndexChanged(const QString& arg1)
 {
-    markIfChanged(arg1, editData->MidiOutPort);
+    markIf(arg1 != editData->MidiOutPort);
 }
 
 void PreferenceDialog::on_editDeviceID_textChanged(const QString& arg1)
 {
-    markIfChanged(arg1, editData->DeviceId);
+    markIf(arg1 != editData->DeviceId);
 }
 
 void PreferenceDialog::storeMode(bool checked, int mode)

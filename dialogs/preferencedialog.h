@@ -63,23 +63,15 @@ private slots:
     void on_comboMidiIn_currentIndexChanged(const QString& arg1);
     void on_comboShortcutMidiIn_currentIndexChanged(const QString& arg1);
     void on_comboMidiOut_currentIndexChanged(const QString& arg1);
-    void on_comboMidiCont_currentIndexChanged(int index)
-    {
-        edit([=] { return index != -1; });
-    }
+    void on_comboMidiCont_currentIndexChanged(int index) { markIf(index != -1); }
+    // These four do what a click on any button of the group does.
     void on_radioProBars_clicked(bool checked) { storeMode(checked, kModeProToolsBars); }
     void on_radioProMarker_clicked(bool checked) { storeMode(checked, kModeProToolsMarker); }
     void on_radioStudioBars_clicked(bool checked) { storeMode(checked, kModeStudioOneBars); }
     void on_radioStudioMarker_clicked(bool checked) { storeMode(checked, kModeStudioOneMarker); }
     void on_editDeviceID_textChanged(const QString& arg1);
-    void on_checkBoxArrowKey_clicked()
-    {
-        edit([] { return true; });
-    }
-    void on_checkBoxShowKey_clicked()
-    {
-        edit([] { return true; });
-    }
+    void on_checkBoxArrowKey_clicked() { markIf(true); }
+    void on_checkBoxShowKey_clicked() { markIf(true); }
     void on_pushSendColor_clicked();
     void on_pushNextColor_clicked();
     void on_pushOK_clicked() { saveAndClose(); }
@@ -115,7 +107,7 @@ private:
     void setDeviceIdFromEdit();
     void setPortsFromEdit();
     void storeMode(bool checked, int mode); // A mode is the place of its button in the form.
-    void markIfChanged(const QString& shown, const QString& stored);
+    void markIf(bool isChange);
 
     std::unique_ptr<Ui::PreferenceDialog> ui;
     EditData* editData;

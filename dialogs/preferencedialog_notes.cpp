@@ -36,9 +36,8 @@ void setItems(QComboBox* box, const QString& items)
     box->addItems(items.split(QLatin1Char(' ')));
 }
 
-// A box that shows its value centred, for which it needs an editor of its own. A listed value that
-// is typed there is chosen at once, so that nothing typed is lost by the way the dialog is left;
-// what is not listed gives way to the chosen value, unless the Return key adds it to the list.
+// An editable box, whose line edit shows the value centred. A listed value that is typed is chosen
+// at once. Any other text gives way to the chosen value, unless the Return key adds it to the list.
 QComboBox* makeNoteBox(const QString& items, QLineEdit*& edit, QWidget* parent)
 {
     auto* box = new QComboBox(parent);

@@ -23,10 +23,10 @@ protected:
     void closeWithoutQuestion();
 
     // Runs what changes widgets. The slots that their signals call meanwhile do nothing, as each
-    // does its work in update() or edit(). So a handler that selects rows leaves the buttons as it
-    // sets them itself.
+    // does its work in changeWidgets() or edit(). So a handler that selects rows leaves the buttons
+    // as it sets them itself.
     template <typename Work>
-    void update(const Work& work)
+    void changeWidgets(const Work& work)
     {
         if (!isUpdating) {
             const QScopedValueRollback<bool> updating(isUpdating, true);
@@ -38,7 +38,7 @@ protected:
     template <typename Work>
     void edit(const Work& work)
     {
-        update([&] { isChanged = work() || isChanged; });
+        changeWidgets([&] { isChanged = work() || isChanged; });
     }
 
     OperatorWindow* parentWindow; // Null if the parent is none.
