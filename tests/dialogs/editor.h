@@ -36,7 +36,7 @@ inline EditData tour()
 class Editor
 {
 public:
-    explicit Editor(EditData contents = tour()) : data(std::move(contents))
+    explicit Editor(const EditData& contents = tour()) : data(contents)
     {
         dialog.setDispFromEdit();
         dialog.show();

@@ -111,12 +111,13 @@ private slots:
     void readsNumbers_data()
     {
         QTest::addColumn<int>("bar");
-        QTest::newRow("129") << 129;
-        QTest::newRow(" 7 ") << 7;
-        QTest::newRow("-5") << 0;
-        QTest::newRow("12a") << 0;
-        QTest::newRow("99999999999") << 0;
-        QTest::newRow("") << 0;
+        const auto row = [](const char* text, int bar) { QTest::newRow(text) << bar; };
+        row("129", 129);
+        row(" 7 ", 7);
+        row("-5", 0);
+        row("12a", 0);
+        row("99999999999", 0);
+        row("", 0);
     }
 
     void readsNumbers()

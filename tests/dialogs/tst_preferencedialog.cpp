@@ -291,15 +291,18 @@ private slots:
         QTest::addColumn<int>("note");
         QTest::addColumn<QString>("shown");
         QTest::addColumn<int>("after");
-        QTest::newRow("lowest") << 0 << "C/-1" << 0;
-        QTest::newRow("D") << 38 << "D/2" << 38;
-        QTest::newRow("F") << 53 << "F/3" << 53;
-        QTest::newRow("A") << 69 << "A/4" << 69;
-        QTest::newRow("B") << 83 << "B/5" << 83;
-        QTest::newRow("highest") << 127 << "G/9" << 127;
-        QTest::newRow("black key") << 61 << "C/4" << 60;
-        QTest::newRow("too high") << 128 << "G/9" << 127;
-        QTest::newRow("too low") << -1 << "C/-1" << 0;
+        const auto row = [](const char* name, int note, const char* shown, int after) {
+            QTest::newRow(name) << note << shown << after;
+        };
+        row("lowest", 0, "C/-1", 0);
+        row("D", 38, "D/2", 38);
+        row("F", 53, "F/3", 53);
+        row("A", 69, "A/4", 69);
+        row("B", 83, "B/5", 83);
+        row("highest", 127, "G/9", 127);
+        row("black key", 61, "C/4", 60);
+        row("too high", 128, "G/9", 127);
+        row("too low", -1, "C/-1", 0);
     }
 
     void showsNotes()
@@ -325,11 +328,14 @@ private slots:
         QTest::addColumn<QString>("text");
         QTest::addColumn<Qt::Key>("end");
         QTest::addColumn<int>("note"); // Over E 1, note 28.
-        QTest::newRow("still typing") << 0 << "d" << Qt::Key_Shift << 26;
-        QTest::newRow("octave") << 1 << "-1" << Qt::Key_Tab << 4;
-        QTest::newRow("not listed") << 0 << "H" << Qt::Key_Tab << 28;
-        QTest::newRow("added by Return") << 0 << "H" << Qt::Key_Return << 24;
-        QTest::newRow("octave added by Return") << 1 << "12" << Qt::Key_Return << 127;
+        const auto row = [](const char* name, int column, const char* text, Qt::Key end, int note) {
+            QTest::newRow(name) << column << text << end << note;
+        };
+        row("still typing", 0, "d", Qt::Key_Shift, 26);
+        row("octave", 1, "-1", Qt::Key_Tab, 4);
+        row("not listed", 0, "H", Qt::Key_Tab, 28);
+        row("added by Return", 0, "H", Qt::Key_Return, 24);
+        row("octave added by Return", 1, "12", Qt::Key_Return, 127);
     }
 
     // What is shown is what counts.
