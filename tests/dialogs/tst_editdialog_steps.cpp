@@ -160,6 +160,7 @@ private slots:
         row("songs below", "offered 5 3;set 2;SongInsert", all, "1:AB-DFCB 2:BE 3:", 0, "SPUDX");
         row("space on top", "AddSpace", all, "1:-AB-CB 2:BE 3:", 0, "SP");
         row("space below", "set 1;AddSpace", all, "1:AB--CB 2:BE 3:", 0, "SPUDX");
+        row("space selected", "set 1;AddSpace;SetDelete delete", all, tour, 0, "SP");
         row("space named", "type set 2 0 Intro", all, tour, 0, "SPUDX");
         row("cue", "type set 4 1 cue", all, tour, 0, "SPUX");
         row("block up", "set 3 2;SetUp", all, "1:A-CBB 2:BE 3:", 0, "SPUDX");
