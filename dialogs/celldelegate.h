@@ -17,7 +17,7 @@ class CellDelegate : public QStyledItemDelegate
     Q_OBJECT
 
 public:
-    explicit CellDelegate(QAbstractItemView* view);
+    explicit CellDelegate(QAbstractItemView* owner);
 
     // The closest editable cell after (step 1) or before (step -1) a cell, row by row; invalid if
     // there is none.

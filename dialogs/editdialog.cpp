@@ -7,16 +7,14 @@
 #include "tablelook.h"
 #include "ui_editdialog.h"
 
-#include <QCloseEvent>
 #include <QFileDialog>
 #include <QKeyEvent>
 #include <QResizeEvent>
-#include <QScopedValueRollback>
+#include <QStyledItemDelegate>
+
+#include <algorithm>
 
 namespace {
-
-const QString kFileFilter = QStringLiteral("All File(*.*);;Ini File(*.ini)");
-const QString kInitialFilter = QStringLiteral("Ini File(*.ini)");
 
 constexpr int kTop = 10;         // Of the group boxes, as of the dialog's left margin.
 constexpr int kBottomSpace = 40; // Below the group boxes, not shared among them.
@@ -28,18 +26,46 @@ void place(QWidget* widget, int x, int y, int width, int height)
     widget->setGeometry(x, y, qMax(0, width), qMax(0, height));
 }
 
+// Asks for a file by one of the toolkit's functions for that; empty if the user cancels.
+QString chooseFile(QWidget* parent, const QString& caption,
+                   decltype(&QFileDialog::getOpenFileName) ask)
+{
+    QString filter = QStringLiteral("Ini File(*.ini)");
+    return ask(parent, caption, QString(), QStringLiteral("All File(*.*);;Ini File(*.ini)"),
+               &filter, QFileDialog::DontUseCustomDirectoryIcons);
+}
+
+// Makes the rows of a uniform list as wide as the title with the most letters. To measure each
+// title of a large library takes longer than a key press may.
+class TitleDelegate : public QStyledItemDelegate
+{
+public:
+    TitleDelegate(const std::vector<EditDataSong>& listed, QObject* parent)
+        : QStyledItemDelegate(parent), songs(listed)
+    {
+    }
+
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        const auto longest = std::max_element(
+            songs.begin(), songs.end(), [](const EditDataSong& left, const EditDataSong& right) {
+                return left.SongTitle.size() < right.SongTitle.size();
+            });
+        const auto row = static_cast<int>(longest - songs.begin());
+        return QStyledItemDelegate::sizeHint(option, index.sibling(row, 0));
+    }
+
+private:
+    const std::vector<EditDataSong>& songs;
+};
+
 } // namespace
 
 EditDialog::EditDialog(EditData* sharedData, QWidget* parent)
-    : QDialog(parent),
-      ui(std::make_unique<Ui::EditDialog>()),
-      parentWindow(dynamic_cast<OperatorWindow*>(parent)),
-      editData(sharedData)
+    : SavingDialog(parent), ui(std::make_unique<Ui::EditDialog>()), editData(sharedData)
 {
-    setWindowFlags(Qt::Window | Qt::WindowCloseButtonHint);
     ui->setupUi(this);
     setUpTables();
-    setUpSongListView();
 }
 
 EditDialog::~EditDialog() = default;
@@ -48,11 +74,7 @@ void EditDialog::setUpTables()
 {
     for (QTableWidget* table : {ui->tableShowList, ui->tableSongList, ui->tableSetList}) {
         TableLook::styleTable(table);
-        table->setTabKeyNavigation(
-            false); // Tab leaves the table; in an open cell it goes on to the next.
-        table->horizontalHeader()->setStretchLastSection(true);
         TableLook::styleHeader(table->horizontalHeader());
-        table->verticalHeader()->hide();
     }
     ui->tableShowList->setColumnWidth(0, 170);
     ui->tableSongList->setColumnWidth(0, 130);
@@ -60,72 +82,57 @@ void EditDialog::setUpTables()
     ui->tableSongList->setColumnWidth(2, 70);
     ui->tableSongList->setColumnWidth(3, 70);
     ui->tableSetList->setColumnWidth(0, 170);
+    TableLook::stylePaper(ui->listWidgetSong);
+    ui->listWidgetSong->setItemDelegate(new TitleDelegate(songListView, ui->listWidgetSong));
 }
 
 void EditDialog::setDispFromEdit()
 {
-    const QScopedValueRollback<bool> updating(isUpdating, true);
-    ui->listWidgetSong->clearSelection();
-    fillShowTable();
-    fillSongTable();
+    changeWidgets([this] {
+        ui->listWidgetSong->clearSelection();
+        fillShowTable();
+        fillSongTable();
+    });
     ui->tableShowList->setFocus(); // And not the button that closed the editor before.
     isChanged = false;
 }
 
-// The form has no layout manager. What a step does not compute keeps its designed value; the set
-// list's area takes what the group box of the songs, which keeps its width, leaves free.
+// The form has no layout manager. What is not computed here keeps its designed value; the set
+// list's area takes what the group box of the songs leaves free.
 void EditDialog::resizeEvent(QResizeEvent* event)
 {
     QDialog::resizeEvent(event);
-    const QSize size = event->size();
-    const int half = (size.height() - kBottomSpace) / 2;
-    placeSongs(half);
-    placeShows(half);
-    placeSetList(size.width(), 2 * half);
-    placeBottomButtons(size.height());
-}
+    const int width = event->size().width();
+    const int height = event->size().height();
+    const int half = (height - kBottomSpace) / 2;
+    const int full = 2 * half;
+    const auto stretch = [](QWidget* widget, int y, int newHeight) {
+        place(widget, widget->x(), y, widget->width(), newHeight);
+    };
+    const auto moveTo = [](std::initializer_list<QWidget*> widgets, int y) {
+        for (QWidget* widget : widgets) {
+            widget->move(widget->x(), y);
+        }
+    };
+    stretch(ui->groupBoxSong, kTop, half);
+    stretch(ui->tableSongList, 80, half - 90);
+    stretch(ui->groupBoxShow, half + 20, half - 45);
+    moveTo({ui->pushShowListAdd, ui->pushShowListDuplicate, ui->pushShowListDelete}, half + 50);
+    stretch(ui->tableShowList, half + 90, half - 135);
 
-void EditDialog::placeSongs(int half)
-{
-    place(ui->groupBoxSong, kTop, kTop, ui->groupBoxSong->width(), half);
-    place(ui->tableSongList, ui->tableSongList->x(), 80, ui->tableSongList->width(), half - 90);
-}
-
-void EditDialog::placeShows(int half)
-{
-    place(ui->groupBoxShow, kTop, half + 20, ui->groupBoxShow->width(), half - 45);
-    for (QPushButton* button :
-         {ui->pushShowListAdd, ui->pushShowListDuplicate, ui->pushShowListDelete}) {
-        button->move(button->x(), half + 50);
-    }
-    place(ui->tableShowList, ui->tableShowList->x(), half + 90, ui->tableShowList->width(),
-          half - 135);
-}
-
-void EditDialog::placeSetList(int windowWidth, int full)
-{
     const int songsWidth = ui->groupBoxSong->width();
-    place(ui->groupBoxSet, songsWidth + 20, kTop, windowWidth - songsWidth - 30, full - 35);
+    place(ui->groupBoxSet, songsWidth + 20, kTop, width - songsWidth - 30, full - 35);
     place(ui->listWidgetSong, ui->groupBoxSet->x() + 10, 40, ui->listWidgetSong->width(),
           full - 80);
-    ui->pushSongInsert->move(ui->pushSongInsert->x(), (full - 50) / 2 + ui->groupBoxSet->y());
-    for (QPushButton* button : {ui->pushAddSpace, ui->pushSetDelete}) {
-        button->move(button->x(), 40);
-    }
+    moveTo({ui->pushSongInsert}, (full - 50) / 2 + kTop);
     place(ui->tableSetList, ui->tableSetList->x(), 70, ui->groupBoxSet->width() - 260, full - 115);
-    ui->pushSetUp->move(windowWidth - 60, ui->tableSetList->y());
-    ui->pushSetDown->move(windowWidth - 60, ui->tableSetList->y() + 50);
+    ui->pushSetUp->move(width - 60, 70);
+    ui->pushSetDown->move(width - 60, 120);
+    moveTo({ui->pushOK, ui->pushCancel, ui->pushOpen, ui->pushSaveAs}, height - kButtonsFromBottom);
 }
 
-void EditDialog::placeBottomButtons(int windowHeight)
-{
-    for (QPushButton* button : {ui->pushOK, ui->pushCancel, ui->pushOpen, ui->pushSaveAs}) {
-        button->move(button->x(), windowHeight - kButtonsFromBottom);
-    }
-}
-
-// Return confirms the cell that is being typed in; beyond that it presses no button but a focused
-// one. No button is a default button, or Return in a table would press it.
+// Return presses no button but a focused one. No button is a default button, or Return in a table
+// would press it.
 void EditDialog::keyPressEvent(QKeyEvent* event)
 {
     if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) {
@@ -139,47 +146,32 @@ void EditDialog::keyPressEvent(QKeyEvent* event)
 
 void EditDialog::closeEvent(QCloseEvent* event)
 {
-    commitOpenCell();
-    if (isChanged) {
-        const QMessageBox::StandardButton answer = MessageBoxes::askToSave(this);
-        if (answer == QMessageBox::Save) {
-            saveSetListFile();
-        } else if (answer == QMessageBox::No) {
-            isChanged = false;
-        } else {
-            event->ignore();
-            return;
-        }
-    }
-    QDialog::closeEvent(event);
+    storeOpenCell();
+    SavingDialog::closeEvent(event);
 }
 
 void EditDialog::on_pushOK_clicked()
 {
-    commitOpenCell();
-    saveSetListFile();
-    close();
+    storeOpenCell();
+    saveAndClose();
 }
 
 void EditDialog::on_pushCancel_clicked()
 {
-    commitOpenCell();
-    isChanged = false;
-    close();
+    storeOpenCell();
+    closeWithoutQuestion();
 }
 
 void EditDialog::on_pushOpen_clicked()
 {
-    commitOpenCell();
+    storeOpenCell();
     if (isChanged &&
         !MessageBoxes::confirm(this, QStringLiteral("Contents have been changed. Do you want to "
                                                     "read the configuration file?"))) {
         return;
     }
-    QString filter = kInitialFilter;
-    const QString path = QFileDialog::getOpenFileName(this, QStringLiteral("Open Setting File"),
-                                                      QString(), kFileFilter, &filter,
-                                                      QFileDialog::DontUseCustomDirectoryIcons);
+    const QString path =
+        chooseFile(this, QStringLiteral("Open Setting File"), &QFileDialog::getOpenFileName);
     if (!path.isEmpty()) {
         editData->readEdit(path);
         setDispFromEdit();
@@ -188,23 +180,17 @@ void EditDialog::on_pushOpen_clicked()
 
 void EditDialog::on_pushSaveAs_clicked()
 {
-    commitOpenCell();
-    QString filter = kInitialFilter;
-    const QString path = QFileDialog::getSaveFileName(this, QStringLiteral("Save Setting File"),
-                                                      QString(), kFileFilter, &filter,
-                                                      QFileDialog::DontUseCustomDirectoryIcons);
+    storeOpenCell();
+    const QString path =
+        chooseFile(this, QStringLiteral("Save Setting File"), &QFileDialog::getSaveFileName);
     if (path.isEmpty()) {
         return;
     }
     const auto songs = editData->SongList.size();
     const auto shows = editData->ShowList.size();
-    editData->writeEdit(path);
-    isChanged = false;
+    write(path);
     if (songs != editData->SongList.size() || shows != editData->ShowList.size()) {
         setDispFromEdit(); // Writing has removed what has no title.
-    }
-    if (parentWindow) {
-        parentWindow->setShowData();
     }
 }
 
@@ -215,13 +201,18 @@ void EditDialog::saveChanges()
     }
     commitOpenCell();
     if (isChanged) {
-        saveSetListFile();
+        save();
     }
 }
 
-void EditDialog::saveSetListFile()
+void EditDialog::save()
 {
-    editData->writeEdit(setListFilePath());
+    write(setListFilePath());
+}
+
+void EditDialog::write(const QString& path)
+{
+    editData->writeEdit(path);
     isChanged = false;
     if (parentWindow) {
         parentWindow->setShowData();
@@ -230,11 +221,21 @@ void EditDialog::saveSetListFile()
 
 // A cell that is being typed in takes its text when it loses the focus. The close button in the
 // window's title does not move the focus.
-void EditDialog::commitOpenCell()
+void EditDialog::storeOpenCell()
 {
     for (QTableWidget* table : {ui->tableSongList, ui->tableShowList, ui->tableSetList}) {
         if (table->viewport()->isAncestorOf(focusWidget())) {
             table->setFocus();
         }
     }
+}
+
+bool EditDialog::isDeletionConfirmed()
+{
+    return MessageBoxes::confirm(this, QStringLiteral("Do you really want to delete this?"));
+}
+
+bool EditDialog::isDeletionOfAllConfirmed()
+{
+    return MessageBoxes::confirm(this, QStringLiteral("Do you really want to delete all?"));
 }

@@ -2,40 +2,37 @@
 #pragma once
 
 #include "editdata.h"
+#include "savingdialog.h"
 
-#include <QDialog>
-
+#include <functional>
 #include <memory>
 #include <vector>
 
-class OperatorWindow;
 class QPushButton;
 
 namespace Ui {
 class EditDialog;
 } // namespace Ui
 
-// The editor of songs, shows and set lists. The operator window makes one, calls setDispFromEdit()
-// and then exec() each time it opens it; main thread only.
+// The editor of songs, shows and set lists. The operator window makes one and calls
+// setDispFromEdit() and exec() each time it opens it.
 //
-// There is no working copy: what the user types or presses is in the operator window's data at
-// once, and neither CANCEL nor a close without saving takes it back. The dialog adds the display,
-// a question before unsaved changes are left behind, and the files: OK and the Save answer write
-// the set-list file, SAVE AS and OPEN use one that the user picks. Failures of the files are
-// silent. The dialog neither reads nor writes its own geometry.
+// There is no working copy: each change is in the operator window's data at once, and neither
+// CANCEL nor a close without saving takes it back. OK and the Save answer write the set-list file,
+// SAVE AS and OPEN use one that the user picks. Failures of the files are silent. The dialog
+// neither reads nor writes its own geometry.
 //
 // Between two actions of the user, row i of each table shows element i of its list.
-class EditDialog : public QDialog
+class EditDialog : public SavingDialog
 {
     Q_OBJECT
 
 public:
-    // The data outlives the dialog. If `parent` is an OperatorWindow, it is told after each save.
-    // The tables stay empty until setDispFromEdit().
+    // The data outlives the dialog. The tables stay empty until setDispFromEdit().
     EditDialog(EditData* sharedData, QWidget* parent);
     ~EditDialog() override;
 
-    // Shows the data anew, with the first show's set list; no changes count as unsaved.
+    // Shows the data with the first show's set list; no changes count as unsaved.
     void setDispFromEdit();
 
     // Stores the cell that is being typed in, and saves unsaved changes without asking: the program is
@@ -72,21 +69,28 @@ private slots:
     void on_pushCancel_clicked();
 
 protected:
+    void save() override;
     void closeEvent(QCloseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    void setUpTables();
-    void setUpSongListView();
-    void placeSongs(int half);
-    void placeShows(int half);
-    void placeSetList(int windowWidth, int full);
-    void placeBottomButtons(int windowHeight);
-    void commitOpenCell();
-    void saveSetListFile();
+    // edit(), if a set list is displayed.
+    template <typename Work>
+    void editSetList(const Work& work)
+    {
+        if (currentSetList) {
+            edit(work);
+        }
+    }
 
-    // These change widgets. All but moveSelectedEntries() are called with isUpdating set only.
+    void setUpTables();
+    void storeOpenCell();
+    void write(const QString& path);
+    bool isDeletionConfirmed();
+    bool isDeletionOfAllConfirmed();
+
+    // These change widgets: they are called in changeWidgets() or edit().
     // What disables the button that was pressed gives the focus to a table or list: the toolkit
     // would hand it on to the next button, such as from Delete to All Del.
     void fillShowTable();
@@ -94,19 +98,15 @@ private:
     void insertShow(int row, const EditDataShow& show);
     void fillSongTable();
     void setSongListView();
+    void changeSetLists(const std::function<void(std::vector<EditDataSet>&)>& change);
     void copySongToSetLists(const EditDataSong& song);
     void setSetList(int showIndex); // -1: no set list.
-    void redisplaySetListOf(int showIndex);
-    void insertSongs();
+    void setEntryButtons(const std::vector<int>& selectedRows);
+    bool insertSongs();
     void moveSelectedEntries(int step, QPushButton* pressed);
 
     std::unique_ptr<Ui::EditDialog> ui;
-    OperatorWindow* parentWindow; // Null if the parent is none.
     EditData* editData;
-    // Set while a handler changes widgets and data, so that the signals this causes do nothing.
-    // Therefore a handler that selects rows itself leaves the buttons as it sets them.
-    bool isUpdating = false;
-    bool isChanged = false;                             // There are edits that no file has.
     std::vector<EditDataSong> songListView;             // Row by row what listWidgetSong offers.
     std::vector<EditDataSet>* currentSetList = nullptr; // In ShowList: what tableSetList shows.
 };

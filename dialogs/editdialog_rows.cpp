@@ -9,10 +9,10 @@
 
 namespace EditRows {
 
-int selected(const QTableWidget* table)
+int selected(const QTableWidget* table, int otherwise)
 {
     const auto items = table->selectedItems();
-    return items.isEmpty() ? -1 : items.first()->row();
+    return items.isEmpty() ? otherwise : items.first()->row();
 }
 
 std::vector<int> allSelected(const QTableWidget* table)
@@ -32,6 +32,7 @@ void select(QTableWidget* table, int row)
 {
     table->selectRow(row); // Where a later Shift+click begins; but it heeds keys held down now.
     table->setCurrentCell(row, 0, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    table->setFocus();
 }
 
 void remove(QTableWidget* table, const std::vector<int>& rows)
@@ -40,6 +41,7 @@ void remove(QTableWidget* table, const std::vector<int>& rows)
     for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
         table->removeRow(*row);
     }
+    table->setFocus();
 }
 
 } // namespace EditRows

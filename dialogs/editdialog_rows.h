@@ -10,16 +10,18 @@ class QTableWidget;
 // The rows of the editor's tables: which are selected, and taking them out.
 namespace EditRows {
 
-// The row of the first selected item, in the order in which the user selected; -1 if none is.
-int selected(const QTableWidget* table);
+// The row of the first selected item, in the order in which the user selected; `otherwise` if none
+// is.
+int selected(const QTableWidget* table, int otherwise = -1);
 
 // Every selected row once, ascending.
 std::vector<int> allSelected(const QTableWidget* table);
 
-// Selects this row alone and makes its first cell current, whatever keys are held down.
+// Selects this row alone, makes its first cell current, whatever keys are held down, and gives the
+// table the focus.
 void select(QTableWidget* table, int row);
 
-// Removes the rows, given ascending.
+// Removes the rows, given ascending, and gives the table the focus.
 void remove(QTableWidget* table, const std::vector<int>& rows);
 
 // The same, and removes the elements at the same places of the list that the table shows.

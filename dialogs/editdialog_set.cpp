@@ -3,11 +3,8 @@
 #include "editdialog.h"
 
 #include "editdialog_rows.h"
-#include "messageboxes.h"
 #include "tablelook.h"
 #include "ui_editdialog.h"
-
-#include <QScopedValueRollback>
 
 #include <algorithm>
 
@@ -16,18 +13,12 @@ using TableLook::kTitleColumn;
 
 void EditDialog::on_pushSongInsert_clicked()
 {
-    if (isUpdating || !currentSetList) {
-        return;
-    }
-    {
-        const QScopedValueRollback<bool> updating(isUpdating, true);
-        insertSongs();
-    }
+    editSetList([this] { return insertSongs(); });
     on_tableSetList_itemSelectionChanged();
 }
 
 // Inserts the songs chosen in the list, in the order of the library, below the selected entry.
-void EditDialog::insertSongs()
+bool EditDialog::insertSongs()
 {
     std::vector<int> chosen;
     for (const QModelIndex& index : ui->listWidgetSong->selectionModel()->selectedIndexes()) {
@@ -35,69 +26,61 @@ void EditDialog::insertSongs()
     }
     std::sort(chosen.begin(), chosen.end());
 
-    const int selected = EditRows::selected(ui->tableSetList);
-    int row = selected == -1 ? ui->tableSetList->rowCount() : selected + 1;
+    int row = EditRows::selected(ui->tableSetList, ui->tableSetList->rowCount() - 1);
     const TableLook::UpdatesOff updatesOff(ui->tableSetList);
     for (const int songRow : chosen) {
         EditDataSet entry;
         entry.Song = songListView[songRow];
+        ++row;
         currentSetList->insert(currentSetList->begin() + row, entry);
         TableLook::insertEntry(ui->tableSetList, row, entry);
-        ++row;
-        isChanged = true;
     }
     if (!chosen.empty()) {
-        ui->tableSetList->scrollToItem(ui->tableSetList->item(row - 1, kTitleColumn));
+        ui->tableSetList->scrollToItem(ui->tableSetList->item(row, kTitleColumn));
     }
     ui->listWidgetSong->clearSelection();
     ui->listWidgetSong->setFocus();
     ui->pushSongInsert->setEnabled(false);
+    return !chosen.empty();
 }
 
 void EditDialog::on_pushAddSpace_clicked()
 {
-    if (isUpdating || !currentSetList) {
-        return;
-    }
-    const QScopedValueRollback<bool> updating(isUpdating, true);
-    const int row = EditRows::selected(ui->tableSetList) + 1;
-    EditDataSet space;
-    space.SetType = kSetTypeSpace;
-    TableLook::insertEntry(ui->tableSetList, row, space);
-    currentSetList->insert(currentSetList->begin() + row, space);
-    EditRows::select(ui->tableSetList, row);
-    isChanged = true;
-    ui->tableSetList->setFocus(); // The name can be typed at once.
+    editSetList([this] {
+        const int row = EditRows::selected(ui->tableSetList) + 1;
+        EditDataSet space;
+        space.SetType = kSetTypeSpace;
+        TableLook::insertEntry(ui->tableSetList, row, space);
+        currentSetList->insert(currentSetList->begin() + row, space);
+        EditRows::select(ui->tableSetList, row); // The name can be typed at once.
+        return true;
+    });
 }
 
 void EditDialog::on_pushSetDelete_clicked()
 {
-    if (isUpdating || !currentSetList) {
-        return;
-    }
-    const QScopedValueRollback<bool> updating(isUpdating, true);
-    if (!MessageBoxes::confirm(this, QStringLiteral("Do you really want to delete this?"))) {
-        return;
-    }
-    EditRows::remove(ui->tableSetList, EditRows::allSelected(ui->tableSetList), *currentSetList);
-    ui->tableSetList->setFocus();
-    ui->pushSetDown->setEnabled(false);
-    ui->pushSetUp->setEnabled(false);
-    ui->pushSetDelete->setEnabled(false);
-    isChanged = true;
+    editSetList([this] {
+        if (!isDeletionConfirmed()) {
+            return false;
+        }
+        EditRows::remove(ui->tableSetList, EditRows::allSelected(ui->tableSetList),
+                         *currentSetList);
+        setEntryButtons({});
+        return true;
+    });
 }
 
 void EditDialog::on_tableSetList_itemSelectionChanged()
 {
-    if (isUpdating) {
-        return;
-    }
-    const QScopedValueRollback<bool> updating(isUpdating, true);
-    const std::vector<int> rows = EditRows::allSelected(ui->tableSetList);
-    const bool any = !rows.empty();
+    changeWidgets([this] { setEntryButtons(EditRows::allSelected(ui->tableSetList)); });
+}
+
+void EditDialog::setEntryButtons(const std::vector<int>& selectedRows)
+{
+    const bool any = !selectedRows.empty();
     ui->pushSetDelete->setEnabled(any);
-    ui->pushSetDown->setEnabled(any && rows.back() != ui->tableSetList->rowCount() - 1);
-    ui->pushSetUp->setEnabled(any && rows.front() != 0);
+    ui->pushSetDown->setEnabled(any && selectedRows.back() != ui->tableSetList->rowCount() - 1);
+    ui->pushSetUp->setEnabled(any && selectedRows.front() != 0);
 }
 
 void EditDialog::on_pushSetUp_clicked()
@@ -114,11 +97,7 @@ void EditDialog::on_pushSetDown_clicked()
 // all of them have a place to move to.
 void EditDialog::moveSelectedEntries(int step, QPushButton* pressed)
 {
-    if (isUpdating || !currentSetList) {
-        return;
-    }
-    {
-        const QScopedValueRollback<bool> updating(isUpdating, true);
+    editSetList([this, step] {
         QTableWidget* table = ui->tableSetList;
         const TableLook::UpdatesOff updatesOff(table);
         std::vector<int> rows = EditRows::allSelected(table);
@@ -136,8 +115,8 @@ void EditDialog::moveSelectedEntries(int step, QPushButton* pressed)
         if (!rows.empty()) { // The foremost stays in view.
             table->setCurrentCell(rows.front() + step, kTitleColumn, QItemSelectionModel::NoUpdate);
         }
-        isChanged = true;
-    }
+        return true;
+    });
     on_tableSetList_itemSelectionChanged();
     if (!pressed->isEnabled()) {
         ui->tableSetList->setFocus();
@@ -146,27 +125,23 @@ void EditDialog::moveSelectedEntries(int step, QPushButton* pressed)
 
 void EditDialog::on_tableSetList_cellChanged(int row, int column)
 {
-    if (isUpdating || !currentSetList) {
-        return;
-    }
-    const QScopedValueRollback<bool> updating(isUpdating, true);
-    const QString text = ui->tableSetList->item(row, column)->text();
-    EditDataSet& entry = (*currentSetList)[row];
-    if (column == kTitleColumn && entry.SetType == kSetTypeSpace) {
-        entry.SpaceName = text;
-    } else if (column == kCueColumn) {
-        entry.Cue = text;
-    } else {
-        return;
-    }
-    isChanged = true;
+    editSetList([=] {
+        const QString text = ui->tableSetList->item(row, column)->text();
+        EditDataSet& entry = (*currentSetList)[row];
+        if (column == kCueColumn) {
+            entry.Cue = text;
+        } else if (entry.SetType == kSetTypeSpace) {
+            entry.SpaceName = text;
+        } else {
+            return false;
+        }
+        return true;
+    });
 }
 
 void EditDialog::on_listWidgetSong_itemSelectionChanged()
 {
-    if (isUpdating) {
-        return;
-    }
-    const QScopedValueRollback<bool> updating(isUpdating, true);
-    ui->pushSongInsert->setEnabled(ui->listWidgetSong->selectionModel()->hasSelection());
+    changeWidgets([this] {
+        ui->pushSongInsert->setEnabled(ui->listWidgetSong->selectionModel()->hasSelection());
+    });
 }

@@ -3,36 +3,24 @@
 #include "editdialog.h"
 
 #include "editdialog_rows.h"
-#include "messageboxes.h"
 #include "tablelook.h"
 #include "ui_editdialog.h"
 
-#include <QScopedValueRollback>
-#include <QScrollBar>
-
 namespace {
 
-constexpr int kTitleColumn = 0;
 constexpr int kMemoColumn = 1;
 
 void insertShowRow(QTableWidget* table, int row, const EditDataShow& show)
 {
-    TableLook::insertRow(table, row);
-    table->setItem(row, kTitleColumn, new QTableWidgetItem(show.ShowTitle));
-    table->setItem(row, kMemoColumn, new QTableWidgetItem(show.ShowMemo));
+    TableLook::insertRow(
+        table, row, {new QTableWidgetItem(show.ShowTitle), new QTableWidgetItem(show.ShowMemo)});
 }
 
 } // namespace
 
 void EditDialog::fillShowTable()
 {
-    {
-        const TableLook::Refill refill(ui->tableShowList);
-        int row = 0;
-        for (const EditDataShow& show : editData->ShowList) {
-            insertShowRow(ui->tableShowList, row++, show);
-        }
-    }
+    TableLook::fill(ui->tableShowList, editData->ShowList, insertShowRow);
     const bool hasShows = !editData->ShowList.empty();
     if (hasShows) {
         EditRows::select(ui->tableShowList, 0);
@@ -49,37 +37,16 @@ void EditDialog::setShowButtonsEnabled(bool enabled)
 
 void EditDialog::setSetList(int showIndex)
 {
-    const TableLook::Refill refill(ui->tableSetList);
-    ui->pushSetUp->setEnabled(false);
-    ui->pushSetDown->setEnabled(false);
-    ui->pushSetDelete->setEnabled(false);
-
+    setEntryButtons({});
     const bool isShown = showIndex >= 0;
     ui->pushAddSpace->setEnabled(isShown);
     ui->listWidgetSong->setEnabled(isShown);
     ui->tableSetList->setEnabled(isShown);
     ui->pushSongInsert->setEnabled(isShown && ui->listWidgetSong->selectionModel()->hasSelection());
-    currentSetList = nullptr;
-    if (showIndex >= 0) {
-        currentSetList = &editData->ShowList[showIndex].SetList;
-        int row = 0;
-        for (const EditDataSet& entry : *currentSetList) {
-            TableLook::insertEntry(ui->tableSetList, row++, entry);
-        }
-    }
+    currentSetList = isShown ? &editData->ShowList[showIndex].SetList : nullptr;
+    const std::vector<EditDataSet> none;
+    TableLook::fill(ui->tableSetList, isShown ? *currentSetList : none, TableLook::insertEntry);
     ui->tableSetList->scrollToTop();
-}
-
-// Displays a show's set list anew after its songs have changed, if it is the one displayed; it
-// stays scrolled to where the user has it.
-void EditDialog::redisplaySetListOf(int showIndex)
-{
-    if (currentSetList != &editData->ShowList[showIndex].SetList) {
-        return;
-    }
-    const int scrolledTo = ui->tableSetList->verticalScrollBar()->value();
-    setSetList(showIndex);
-    ui->tableSetList->verticalScrollBar()->setValue(scrolledTo);
 }
 
 // Inserts a show in table and data, selects it and displays its set list.
@@ -87,98 +54,73 @@ void EditDialog::insertShow(int row, const EditDataShow& show)
 {
     insertShowRow(ui->tableShowList, row, show);
     editData->ShowList.insert(editData->ShowList.begin() + row, show);
-    EditRows::select(ui->tableShowList, row);
+    EditRows::select(ui->tableShowList, row); // The title can be typed at once.
     setSetList(row);
-    isChanged = true;
-    ui->tableShowList->setFocus(); // The title can be typed at once.
 }
 
 void EditDialog::on_pushShowListAdd_clicked()
 {
-    if (isUpdating) {
-        return;
-    }
-    const QScopedValueRollback<bool> updating(isUpdating, true);
-    insertShow(EditRows::selected(ui->tableShowList) + 1, EditDataShow());
+    edit([this] {
+        insertShow(EditRows::selected(ui->tableShowList) + 1, EditDataShow());
+        return true;
+    });
 }
 
 void EditDialog::on_pushShowListDuplicate_clicked()
 {
-    if (isUpdating) {
-        return;
-    }
-    const QScopedValueRollback<bool> updating(isUpdating, true);
-    const int row = EditRows::selected(ui->tableShowList);
-    if (row != -1) {
-        const EditDataShow copy = editData->ShowList[row];
-        insertShow(row + 1, copy);
-    }
+    edit([this] {
+        const int row = EditRows::selected(ui->tableShowList);
+        if (row != -1) {
+            insertShow(row + 1, EditDataShow(editData->ShowList[row]));
+        }
+        return row != -1;
+    });
 }
 
 void EditDialog::on_pushShowListDelete_clicked()
 {
-    if (isUpdating) {
-        return;
-    }
-    const QScopedValueRollback<bool> updating(isUpdating, true);
-    const int row = EditRows::selected(ui->tableShowList);
-    if (row == -1 ||
-        !MessageBoxes::confirm(this, QStringLiteral("Do you really want to delete this?"))) {
-        return;
-    }
-    EditRows::remove(ui->tableShowList, {row}, editData->ShowList);
-    ui->tableShowList->setFocus();
-    const int count = ui->tableShowList->rowCount();
-    if (count == 0) {
-        setShowButtonsEnabled(false);
-    }
-    setSetList(row < count ? row : row - 1);
-    isChanged = true;
+    edit([this] {
+        const int row = EditRows::selected(ui->tableShowList);
+        if (row == -1 || !isDeletionConfirmed()) {
+            return false;
+        }
+        EditRows::remove(ui->tableShowList, {row}, editData->ShowList);
+        const int count = ui->tableShowList->rowCount();
+        setShowButtonsEnabled(count > 0);
+        setSetList(row < count ? row : row - 1);
+        return true;
+    });
 }
 
 void EditDialog::on_pushShowListAllDel_clicked()
 {
-    if (isUpdating) {
-        return;
-    }
-    const QScopedValueRollback<bool> updating(isUpdating, true);
-    if (!MessageBoxes::confirm(this, QStringLiteral("Do you really want to delete all?"))) {
-        return;
-    }
-    editData->ShowList.clear();
-    ui->tableShowList->setRowCount(0);
-    setShowButtonsEnabled(false);
-    setSetList(-1);
-    isChanged = true;
+    edit([this] {
+        if (!isDeletionOfAllConfirmed()) {
+            return false;
+        }
+        editData->ShowList.clear();
+        fillShowTable();
+        return true;
+    });
 }
 
 void EditDialog::on_tableShowList_currentCellChanged(int currentRow, int /*currentColumn*/,
                                                      int previousRow, int /*previousColumn*/)
 {
-    if (isUpdating) {
-        return;
-    }
-    const QScopedValueRollback<bool> updating(isUpdating, true);
-    if (currentRow == -1 || currentRow != previousRow) {
-        setSetList(currentRow);
-    }
-    setShowButtonsEnabled(currentRow != -1);
+    changeWidgets([=] {
+        if (currentRow == -1 || currentRow != previousRow) {
+            setSetList(currentRow);
+        }
+        setShowButtonsEnabled(currentRow != -1);
+    });
 }
 
 void EditDialog::on_tableShowList_cellChanged(int row, int column)
 {
-    if (isUpdating) {
-        return;
-    }
-    const QScopedValueRollback<bool> updating(isUpdating, true);
-    const QString text = ui->tableShowList->item(row, column)->text();
-    EditDataShow& show = editData->ShowList[row];
-    if (column == kTitleColumn) {
-        show.ShowTitle = text;
-    } else if (column == kMemoColumn) {
-        show.ShowMemo = text;
-    } else {
-        return;
-    }
-    isChanged = true;
+    edit([=] {
+        EditDataShow& show = editData->ShowList[row];
+        QString& field = column == kMemoColumn ? show.ShowMemo : show.ShowTitle;
+        field = ui->tableShowList->item(row, column)->text();
+        return true;
+    });
 }

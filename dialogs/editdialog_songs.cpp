@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The song library of the editor. Set-list entries carry copies of their songs; they are kept in
+// The song library of the editor. Set-list entries carry copies of their songs, which are kept in
 // step here.
 #include "editdialog.h"
 
@@ -8,10 +8,8 @@
 #include "tablelook.h"
 #include "ui_editdialog.h"
 
-#include <QHash>
-#include <QScopedValueRollback>
+#include <QScrollBar>
 #include <QSet>
-#include <QStyledItemDelegate>
 
 #include <algorithm>
 #include <iterator>
@@ -28,14 +26,12 @@ QTableWidgetItem* numberItem(const QString& text)
     return item;
 }
 
-void insertSongRow(QTableWidget* table, int row, const EditDataSong& song, const QString& marker,
-                   const QString& bar)
+void insertSongRow(QTableWidget* table, int row, const EditDataSong& song)
 {
-    TableLook::insertRow(table, row);
-    table->setItem(row, kTitleColumn, new QTableWidgetItem(song.SongTitle));
-    table->setItem(row, kMemoColumn, new QTableWidgetItem(song.SongMemo));
-    table->setItem(row, kMarkerColumn, numberItem(marker));
-    table->setItem(row, kBarColumn, numberItem(bar));
+    TableLook::insertRow(table, row,
+                         {new QTableWidgetItem(song.SongTitle), new QTableWidgetItem(song.SongMemo),
+                          numberItem(QString::number(song.Marker)),
+                          numberItem(QString::number(song.Bar))});
 }
 
 // The bar or marker that a text stands for. A minus would reach the DAW as a key, so a negative
@@ -54,80 +50,11 @@ bool isUsed(const std::vector<EditDataShow>& shows, const QSet<std::int32_t>& so
     });
 }
 
-void removeEntriesOf(const QSet<std::int32_t>& songIds, std::vector<EditDataSet>& setList)
-{
-    setList.erase(
-        std::remove_if(setList.begin(), setList.end(),
-                       [&](const EditDataSet& entry) { return songIds.contains(entry.Song.Id); }),
-        setList.end());
-}
-
-// Measures each title once. A list lays itself out anew whenever one title changes, and measuring
-// the titles of a large library takes longer than a key press may.
-class TitleDelegate : public QStyledItemDelegate
-{
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override
-    {
-        if (option.font != measuredFont) {
-            measuredFont = option.font;
-            sizes.clear();
-        }
-        QSize& size = sizes[index.data().toString()];
-        if (!size.isValid()) {
-            size = QStyledItemDelegate::sizeHint(option, index);
-        }
-        return size;
-    }
-
-private:
-    mutable QFont measuredFont;
-    mutable QHash<QString, QSize> sizes;
-};
-
-// Gives a list widget one item for each song. Rows that stay the same at the beginning and at the
-// end are kept, so that a large library is not listed anew for each title that is typed.
-void showTitles(QListWidget* list, const std::vector<EditDataSong>& songs)
-{
-    const int oldCount = list->count();
-    const int newCount = static_cast<int>(songs.size());
-    const int common = qMin(oldCount, newCount);
-    int head = 0;
-    while (head < common && list->item(head)->text() == songs[head].SongTitle) {
-        ++head;
-    }
-    int tail = 0;
-    while (tail < common - head &&
-           list->item(oldCount - 1 - tail)->text() == songs[newCount - 1 - tail].SongTitle) {
-        ++tail;
-    }
-    list->model()->removeRows(head, oldCount - head - tail);
-    QStringList titles;
-    std::transform(songs.begin() + head, songs.end() - tail, std::back_inserter(titles),
-                   [](const EditDataSong& song) { return song.SongTitle; });
-    list->insertItems(head, titles);
-}
-
 } // namespace
-
-void EditDialog::setUpSongListView()
-{
-    TableLook::stylePaper(ui->listWidgetSong);
-    ui->listWidgetSong->setItemDelegate(new TitleDelegate(ui->listWidgetSong));
-}
 
 void EditDialog::fillSongTable()
 {
-    {
-        const TableLook::Refill refill(ui->tableSongList);
-        int row = 0;
-        for (const EditDataSong& song : editData->SongList) {
-            insertSongRow(ui->tableSongList, row++, song, QString::number(song.Marker),
-                          QString::number(song.Bar));
-        }
-    }
+    TableLook::fill(ui->tableSongList, editData->SongList, insertSongRow);
     ui->tableSongList->scrollToTop();
     ui->pushSongListDelete->setEnabled(false);
     setSongListView();
@@ -135,132 +62,146 @@ void EditDialog::fillSongTable()
 }
 
 // Offers the titled songs for insertion, none of them selected. pushSongInsert stays as it is.
+// Rows that stay the same are kept, and so is the place to which the user has scrolled.
 void EditDialog::setSongListView()
 {
     songListView.clear();
     std::copy_if(editData->SongList.begin(), editData->SongList.end(),
                  std::back_inserter(songListView),
                  [](const EditDataSong& song) { return !song.SongTitle.isEmpty(); });
-    showTitles(ui->listWidgetSong, songListView);
-    ui->listWidgetSong->selectionModel()->clear();
+    QListWidget* list = ui->listWidgetSong;
+    const int count = static_cast<int>(songListView.size());
+    list->model()->removeRows(count, qMax(0, list->count() - count));
+    QStringList added;
+    for (int row = 0; row < count; ++row) {
+        const QString& title = songListView[row].SongTitle;
+        if (row < list->count()) {
+            list->item(row)->setText(title);
+        } else {
+            added.append(title);
+        }
+    }
+    list->addItems(added);
+    list->selectionModel()->clear();
 }
 
 void EditDialog::on_pushSongListAdd_clicked()
 {
-    if (isUpdating || editData->MaxSongId == std::numeric_limits<std::int32_t>::max()) {
-        return; // Only a hand-edited file uses up the ids.
-    }
-    const QScopedValueRollback<bool> updating(isUpdating, true);
-    const int selected = EditRows::selected(ui->tableSongList);
-    const int row = selected == -1 ? ui->tableSongList->rowCount() : selected + 1;
-    EditDataSong song;
-    song.Id = ++editData->MaxSongId;
-    insertSongRow(ui->tableSongList, row, song, QString(), QString());
-    editData->SongList.insert(editData->SongList.begin() + row, song);
-    EditRows::select(ui->tableSongList, row);
-    isChanged = true;
-    ui->tableSongList->setFocus(); // The title can be typed at once.
+    edit([this] {
+        if (editData->MaxSongId == std::numeric_limits<std::int32_t>::max()) {
+            return false; // Only a hand-edited file uses up the ids.
+        }
+        QTableWidget* table = ui->tableSongList;
+        const int row = EditRows::selected(table, table->rowCount() - 1) + 1;
+        EditDataSong song;
+        song.Id = ++editData->MaxSongId;
+        insertSongRow(table, row, song);
+        table->item(row, kMarkerColumn)->setText(QString()); // Not a typed 0.
+        table->item(row, kBarColumn)->setText(QString());
+        editData->SongList.insert(editData->SongList.begin() + row, song);
+        EditRows::select(table, row); // The title can be typed at once.
+        return true;
+    });
 }
 
 void EditDialog::on_pushSongListDelete_clicked()
 {
-    if (isUpdating) {
-        return;
-    }
-    const QScopedValueRollback<bool> updating(isUpdating, true);
-    const std::vector<int> rows = EditRows::allSelected(ui->tableSongList);
-    QSet<std::int32_t> deletedIds;
-    for (const int row : rows) {
-        deletedIds.insert(editData->SongList[row].Id);
-    }
-    const bool used = isUsed(editData->ShowList, deletedIds);
-    if (!MessageBoxes::confirm(
-            this, used ? QStringLiteral("This Song is used for SetList. Do you really want to "
-                                        "delete this?")
-                       : QStringLiteral("Do you really want to delete this?"))) {
-        return;
-    }
-    EditRows::remove(ui->tableSongList, rows, editData->SongList);
-    ui->tableSongList->setFocus();
-    if (!ui->tableSongList->selectionModel()->hasSelection()) {
-        ui->pushSongListDelete->setEnabled(false);
-    }
-    isChanged = true;
-    if (used) {
-        for (int i = 0; i < static_cast<int>(editData->ShowList.size()); ++i) {
-            removeEntriesOf(deletedIds, editData->ShowList[i].SetList);
-            redisplaySetListOf(i);
+    edit([this] {
+        const std::vector<int> rows = EditRows::allSelected(ui->tableSongList);
+        QSet<std::int32_t> deletedIds;
+        for (const int row : rows) {
+            deletedIds.insert(editData->SongList[row].Id);
         }
-    }
-    setSongListView();
+        const bool used = isUsed(editData->ShowList, deletedIds);
+        if (used ? !MessageBoxes::confirm(
+                       this, QStringLiteral("This Song is used for SetList. Do you really want to "
+                                            "delete this?"))
+                 : !isDeletionConfirmed()) {
+            return false;
+        }
+        EditRows::remove(ui->tableSongList, rows, editData->SongList);
+        ui->pushSongListDelete->setEnabled(ui->tableSongList->selectionModel()->hasSelection());
+        if (used) {
+            changeSetLists([&](std::vector<EditDataSet>& setList) {
+                setList.erase(std::remove_if(setList.begin(), setList.end(),
+                                             [&](const EditDataSet& entry) {
+                                                 return deletedIds.contains(entry.Song.Id);
+                                             }),
+                              setList.end());
+            });
+        }
+        setSongListView();
+        return true;
+    });
 }
 
 void EditDialog::on_pushSongListAllDel_clicked()
 {
-    if (isUpdating) {
-        return;
-    }
-    const QScopedValueRollback<bool> updating(isUpdating, true);
-    if (!MessageBoxes::confirm(this, QStringLiteral("Do you really want to delete all?"))) {
-        return;
-    }
-    editData->SongList.clear();
-    ui->tableSongList->setRowCount(0);
-    ui->pushSongListDelete->setEnabled(false);
-    isChanged = true;
-    for (int i = 0; i < static_cast<int>(editData->ShowList.size()); ++i) {
-        editData->ShowList[i].SetList.clear();
-        redisplaySetListOf(i);
-    }
-    setSongListView();
+    edit([this] {
+        if (!isDeletionOfAllConfirmed()) {
+            return false;
+        }
+        editData->SongList.clear();
+        changeSetLists([](std::vector<EditDataSet>& setList) { setList.clear(); });
+        fillSongTable();
+        return true;
+    });
 }
 
 void EditDialog::on_tableSongList_itemSelectionChanged()
 {
-    if (isUpdating) {
-        return;
-    }
-    const QScopedValueRollback<bool> updating(isUpdating, true);
-    ui->pushSongListDelete->setEnabled(ui->tableSongList->selectionModel()->hasSelection());
+    changeWidgets([this] {
+        ui->pushSongListDelete->setEnabled(ui->tableSongList->selectionModel()->hasSelection());
+    });
 }
 
 void EditDialog::on_tableSongList_cellChanged(int row, int column)
 {
-    if (isUpdating) {
-        return;
-    }
-    const QScopedValueRollback<bool> updating(isUpdating, true);
-    const QString text = ui->tableSongList->item(row, column)->text();
-    EditDataSong& song = editData->SongList[row];
-    switch (column) {
-    case kTitleColumn:
-        song.SongTitle = text;
-        break;
-    case kMemoColumn:
-        song.SongMemo = text;
-        break;
-    case kMarkerColumn:
-        song.Marker = toPosition(text);
-        break;
-    case kBarColumn:
-        song.Bar = toPosition(text);
-        break;
-    default:
-        break;
-    }
-    isChanged = true;
-    setSongListView();
-    copySongToSetLists(song);
+    edit([=] {
+        const QString text = ui->tableSongList->item(row, column)->text();
+        EditDataSong& song = editData->SongList[row];
+        switch (column) {
+        case kTitleColumn:
+            song.SongTitle = text;
+            break;
+        case kMemoColumn:
+            song.SongMemo = text;
+            break;
+        case kMarkerColumn:
+            song.Marker = toPosition(text);
+            break;
+        default:
+            song.Bar = toPosition(text);
+            break;
+        }
+        setSongListView();
+        copySongToSetLists(song);
+        return true;
+    });
 }
 
 void EditDialog::copySongToSetLists(const EditDataSong& song)
 {
-    for (int i = 0; i < static_cast<int>(editData->ShowList.size()); ++i) {
-        for (EditDataSet& entry : editData->ShowList[i].SetList) {
+    changeSetLists([&song](std::vector<EditDataSet>& setList) {
+        for (EditDataSet& entry : setList) {
             if (entry.SetType == kSetTypeSong && entry.Song.Id == song.Id) {
                 entry.Song = song;
             }
         }
-        redisplaySetListOf(i);
+    });
+}
+
+// Changes the set list of each show and displays the one that is shown again; it stays scrolled to
+// where the user has it.
+void EditDialog::changeSetLists(const std::function<void(std::vector<EditDataSet>&)>& change)
+{
+    for (std::size_t i = 0; i < editData->ShowList.size(); ++i) {
+        std::vector<EditDataSet>& setList = editData->ShowList[i].SetList;
+        change(setList);
+        if (currentSetList == &setList) {
+            const int scrolledTo = ui->tableSetList->verticalScrollBar()->value();
+            setSetList(static_cast<int>(i));
+            ui->tableSetList->verticalScrollBar()->setValue(scrolledTo);
+        }
     }
 }

@@ -17,21 +17,17 @@ QMessageBox::StandardButton run(QMessageBox::Icon icon, const QString& title, co
 
 } // namespace
 
-QMessageBox::StandardButton ask(QWidget* parent, const QString& text,
-                                QMessageBox::StandardButtons buttons)
-{
-    return run(QMessageBox::Question, QString(), text, buttons, parent);
-}
-
 bool confirm(QWidget* parent, const QString& text)
 {
-    return ask(parent, text, QMessageBox::Ok | QMessageBox::Cancel) == QMessageBox::Ok;
+    return run(QMessageBox::Question, QString(), text, QMessageBox::Ok | QMessageBox::Cancel,
+               parent) == QMessageBox::Ok;
 }
 
 QMessageBox::StandardButton askToSave(QWidget* parent)
 {
-    return ask(parent, QStringLiteral("Contents have been changed. Do you want to save changes?"),
-               QMessageBox::Save | QMessageBox::No | QMessageBox::Cancel);
+    return run(QMessageBox::Question, QString(),
+               QStringLiteral("Contents have been changed. Do you want to save changes?"),
+               QMessageBox::Save | QMessageBox::No | QMessageBox::Cancel, parent);
 }
 
 void critical(QWidget* parent, const QString& title, const QString& text)

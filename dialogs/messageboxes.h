@@ -7,14 +7,10 @@
 // that is closed or escaped answers as the toolkit decides (Cancel where there is one).
 namespace MessageBoxes {
 
-// A question: no title, question icon.
-QMessageBox::StandardButton ask(QWidget* parent, const QString& text,
-                                QMessageBox::StandardButtons buttons);
-
-// ask() with OK and Cancel: true if the answer is OK.
+// A question with OK and Cancel: true if the answer is OK. Questions have no title.
 bool confirm(QWidget* parent, const QString& text);
 
-// ask() whether changed contents are to be saved: Save, No or Cancel.
+// The question whether changed contents are to be saved: Save, No or Cancel.
 QMessageBox::StandardButton askToSave(QWidget* parent);
 
 // A failure, with the reporting library's own message as text.

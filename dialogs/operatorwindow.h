@@ -6,7 +6,7 @@
 class OperatorWindow
 {
 public:
-    virtual void setShowData() = 0;       // Shows were saved: fill the show selector anew.
+    virtual void setShowData() = 0;       // Shows were saved: fill the show selector from them.
     virtual void setPreferenceData() = 0; // Preferences were confirmed: apply them.
     virtual void midiReconnect() = 0;     // Then: close and open the MIDI ports by their names.
 

@@ -4,15 +4,13 @@
 #include "datafiles.h"
 #include "deviceid.h"
 #include "editdata.h"
-#include "messageboxes.h"
 #include "operatorwindow.h"
 #include "qmidiin.h"
 #include "qmidiout.h"
 #include "ui_preferencedialog.h"
 
-#include <QCloseEvent>
 #include <QRegularExpressionValidator>
-#include <QScopedValueRollback>
+#include <QWheelEvent>
 
 #include <RtMidi.h>
 
@@ -47,16 +45,14 @@ void fillPorts(QComboBox* combo, const QStringList& names, const QString& stored
 
 PreferenceDialog::PreferenceDialog(EditData* sharedData, QMidiIn* dawIn, QMidiIn* shortcutIn,
                                    QMidiOut* dawOut, QWidget* parent)
-    : QDialog(parent),
+    : SavingDialog(parent),
       ui(std::make_unique<Ui::PreferenceDialog>()),
-      parentWindow(dynamic_cast<OperatorWindow*>(parent)),
       editData(sharedData),
       dawMidiIn(dawIn),
       shortcutMidiIn(shortcutIn),
       dawMidiOut(dawOut)
 {
     ui->setupUi(this);
-    setWindowFlags(Qt::Window | Qt::WindowCloseButtonHint);
     if (parent) {
         move(parent->pos() + kPlace);
     }
@@ -66,6 +62,9 @@ PreferenceDialog::PreferenceDialog(EditData* sharedData, QMidiIn* dawIn, QMidiIn
     setUpNoteTable();
     setUpColorFocus();
     connectSlots();
+    for (QComboBox* box : findChildren<QComboBox*>()) {
+        box->installEventFilter(this);
+    }
 }
 
 PreferenceDialog::~PreferenceDialog() = default;
@@ -75,17 +74,16 @@ PreferenceDialog::~PreferenceDialog() = default;
 void PreferenceDialog::connectSlots()
 {
     using Self = PreferenceDialog;
-    connect(ui->comboMidiIn, &QComboBox::currentTextChanged, this,
-            &Self::on_comboMidiIn_currentIndexChanged);
-    connect(ui->comboShortcutMidiIn, &QComboBox::currentTextChanged, this,
-            &Self::on_comboShortcutMidiIn_currentIndexChanged);
-    connect(ui->comboMidiOut, &QComboBox::currentTextChanged, this,
-            &Self::on_comboMidiOut_currentIndexChanged);
-    connect(ui->radioProBars, &QRadioButton::clicked, this, &Self::on_radioProBars_clicked);
-    connect(ui->radioProMarker, &QRadioButton::clicked, this, &Self::on_radioProMarker_clicked);
-    connect(ui->radioStudioBars, &QRadioButton::clicked, this, &Self::on_radioStudioBars_clicked);
-    connect(ui->radioStudioMarker, &QRadioButton::clicked, this,
-            &Self::on_radioStudioMarker_clicked);
+    const auto connectPort = [this](QComboBox* box, void (Self::*slot)(const QString&)) {
+        connect(box, &QComboBox::currentTextChanged, this, slot);
+    };
+    connectPort(ui->comboMidiIn, &Self::on_comboMidiIn_currentIndexChanged);
+    connectPort(ui->comboShortcutMidiIn, &Self::on_comboShortcutMidiIn_currentIndexChanged);
+    connectPort(ui->comboMidiOut, &Self::on_comboMidiOut_currentIndexChanged);
+    for (QAbstractButton* button : ui->modes->buttons()) {
+        connect(button, &QAbstractButton::clicked, this,
+                [=](bool checked) { storeMode(checked, ui->modes->buttons().indexOf(button)); });
+    }
     connect(ui->editDeviceID, &QLineEdit::textChanged, this, &Self::on_editDeviceID_textChanged);
     connect(ui->checkBoxArrowKey, &QCheckBox::clicked, this, &Self::on_checkBoxArrowKey_clicked);
     connect(ui->checkBoxShowKey, &QCheckBox::clicked, this, &Self::on_checkBoxShowKey_clicked);
@@ -97,47 +95,30 @@ void PreferenceDialog::connectSlots()
 
 void PreferenceDialog::setDispFromEdit()
 {
-    const QScopedValueRollback<bool> updating(isUpdating, true);
-    setModeFromEdit();
-    ui->editDeviceID->setText(editData->DeviceId);
-    if (ui->editDeviceID->text() != editData->DeviceId || !ui->editDeviceID->hasAcceptableInput()) {
-        // A hand-edited text that the field cannot hold: what it stands for.
-        ui->editDeviceID->setText(
-            editData->DeviceId.isEmpty() ? QString() : formatDeviceId(editData->DeviceIdValue));
-    }
-    ui->checkBoxArrowKey->setChecked(editData->ArrowKeyMode);
-    ui->checkBoxShowKey->setChecked(editData->ShowKeyButton);
-    setPortsFromEdit();
-    setNotesFromEdit();
-    setColorsFromEdit();
-    // And not on the button that closed the dialog before.
-    for (QRadioButton* radio :
-         {ui->radioProBars, ui->radioProMarker, ui->radioStudioBars, ui->radioStudioMarker}) {
-        if (radio->isChecked()) {
-            radio->setFocus();
+    changeWidgets([this] {
+        // A mode of a hand-edited file that no button has leaves the buttons as they are.
+        if (QAbstractButton* mode = ui->modes->buttons().value(editData->Mode)) {
+            mode->setChecked(true);
         }
-    }
+        setDeviceIdFromEdit();
+        ui->checkBoxArrowKey->setChecked(editData->ArrowKeyMode);
+        ui->checkBoxShowKey->setChecked(editData->ShowKeyButton);
+        setPortsFromEdit();
+        setNotesFromEdit();
+        setColorsFromEdit();
+    });
+    ui->modes->checkedButton()->setFocus(); // And not the button that closed the dialog before.
     isChanged = false;
 }
 
-// A mode of a hand-edited file that is none of the four leaves the buttons as they are.
-void PreferenceDialog::setModeFromEdit()
+// A hand-edited text that the field cannot hold shows as what it stands for.
+void PreferenceDialog::setDeviceIdFromEdit()
 {
-    switch (editData->Mode) {
-    case kModeProToolsBars:
-        ui->radioProBars->setChecked(true);
-        break;
-    case kModeProToolsMarker:
-        ui->radioProMarker->setChecked(true);
-        break;
-    case kModeStudioOneBars:
-        ui->radioStudioBars->setChecked(true);
-        break;
-    case kModeStudioOneMarker:
-        ui->radioStudioMarker->setChecked(true);
-        break;
-    default:
-        break;
+    QLineEdit* field = ui->editDeviceID;
+    field->setText(editData->DeviceId);
+    if (!editData->DeviceId.isEmpty() &&
+        (field->text() != editData->DeviceId || !field->hasAcceptableInput())) {
+        field->setText(formatDeviceId(editData->DeviceIdValue));
     }
 }
 
@@ -162,35 +143,29 @@ void PreferenceDialog::setEditFromDisp()
     setEditFromColors();
 }
 
-void PreferenceDialog::markIfChanged(const QString& shown, const QString& stored)
+void PreferenceDialog::markIf(bool isChange)
 {
-    if (isUpdating) {
-        return;
-    }
-    const QScopedValueRollback<bool> updating(isUpdating, true);
-    if (shown != stored) {
-        isChanged = true;
-    }
+    edit([isChange] { return isChange; });
 }
 
 void PreferenceDialog::on_comboMidiIn_currentIndexChanged(const QString& arg1)
 {
-    markIfChanged(arg1, editData->MidiInPort);
+    markIf(arg1 != editData->MidiInPort);
 }
 
 void PreferenceDialog::on_comboShortcutMidiIn_currentIndexChanged(const QString& arg1)
 {
-    markIfChanged(arg1, editData->ShortcutMidiInPort);
+    markIf(arg1 != editData->ShortcutMidiInPort);
 }
 
 void PreferenceDialog::on_comboMidiOut_currentIndexChanged(const QString& arg1)
 {
-    markIfChanged(arg1, editData->MidiOutPort);
+    markIf(arg1 != editData->MidiOutPort);
 }
 
 void PreferenceDialog::on_editDeviceID_textChanged(const QString& arg1)
 {
-    markIfChanged(arg1, editData->DeviceId);
+    markIf(arg1 != editData->DeviceId);
 }
 
 void PreferenceDialog::storeMode(bool checked, int mode)
@@ -201,41 +176,7 @@ void PreferenceDialog::storeMode(bool checked, int mode)
     }
 }
 
-void PreferenceDialog::on_radioProBars_clicked(bool checked)
-{
-    storeMode(checked, kModeProToolsBars);
-}
-
-void PreferenceDialog::on_radioProMarker_clicked(bool checked)
-{
-    storeMode(checked, kModeProToolsMarker);
-}
-
-void PreferenceDialog::on_radioStudioBars_clicked(bool checked)
-{
-    storeMode(checked, kModeStudioOneBars);
-}
-
-void PreferenceDialog::on_radioStudioMarker_clicked(bool checked)
-{
-    storeMode(checked, kModeStudioOneMarker);
-}
-
-void PreferenceDialog::on_checkBoxArrowKey_clicked()
-{
-    if (!isUpdating) {
-        isChanged = true;
-    }
-}
-
-void PreferenceDialog::on_checkBoxShowKey_clicked()
-{
-    if (!isUpdating) {
-        isChanged = true;
-    }
-}
-
-void PreferenceDialog::savePreferences()
+void PreferenceDialog::save()
 {
     setEditFromDisp();
     editData->writePreference(preferenceFilePath());
@@ -246,30 +187,12 @@ void PreferenceDialog::savePreferences()
     }
 }
 
-void PreferenceDialog::on_pushOK_clicked()
+// A turn of the mouse wheel passes over a closed box to what it stands in.
+bool PreferenceDialog::eventFilter(QObject* object, QEvent* event)
 {
-    savePreferences();
-    close();
-}
-
-void PreferenceDialog::on_pushCancel_clicked()
-{
-    isChanged = false;
-    close();
-}
-
-void PreferenceDialog::closeEvent(QCloseEvent* event)
-{
-    if (isChanged) {
-        const auto answer = MessageBoxes::askToSave(this);
-        if (answer == QMessageBox::Save) {
-            savePreferences();
-        } else if (answer == QMessageBox::No) {
-            isChanged = false;
-        } else {
-            event->ignore();
-            return;
-        }
+    if (event->type() == QEvent::Wheel) {
+        event->ignore();
+        return true;
     }
-    QDialog::closeEvent(event);
+    return QDialog::eventFilter(object, event);
 }

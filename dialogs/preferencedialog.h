@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "editdata.h"
+#include "savingdialog.h"
+
 #include <QColor>
-#include <QDialog>
 
 #include <array>
 #include <memory>
 
-class EditData;
-class OperatorWindow;
 class QComboBox;
 class QLineEdit;
 class QMidiIn;
@@ -20,29 +20,27 @@ class PreferenceDialog;
 }
 
 // The preferences: DAW mode, MIDI ports, MMC device ID, key options, controller notes and row
-// colours. The operator window makes one, fills it by setDispFromEdit() before each exec() and
-// keeps it until it ends. Main thread only.
+// colours. The operator window makes one and fills it by setDispFromEdit() before each exec().
 //
 // The DAW mode is stored in the shared data at the click on its button, even if the dialog is then
 // left without saving. Everything else is stored by OK, or by Save where closing asks; then the
 // preference file is written and the operator window told. Leaving by CANCEL or Escape stores
 // nothing and does not ask.
 //
-// What the ports do is left to the operator window; here they are only asked for the names in the
-// system. A port that is null, or that cannot reach a MIDI system, has none.
-class PreferenceDialog : public QDialog
+// The ports are only asked for the names in the system. A port that is null, or that cannot reach
+// a MIDI system, has none.
+class PreferenceDialog : public SavingDialog
 {
     Q_OBJECT
 
 public:
-    // Nothing is owned; all must outlive the dialog. The operator window is found in `parent`;
-    // where that is none, the calls to it are left out.
+    // Nothing is owned; all must outlive the dialog.
     PreferenceDialog(EditData* sharedData, QMidiIn* dawIn, QMidiIn* shortcutIn, QMidiOut* dawOut,
                      QWidget* parent);
     ~PreferenceDialog() override;
 
-    // Fills every widget from the preferences and lists the ports anew. A stored port that is not
-    // there shows as the first one that is, and so is stored by OK; for the controller, as none.
+    // Fills every widget from the preferences and lists the ports. A stored port that is not there
+    // shows as the first one that is, and so is stored by OK; for the controller, as none.
     void setDispFromEdit();
 
     // Stores what the widgets show, except the DAW mode. A device ID without a digit leaves the
@@ -65,21 +63,23 @@ private slots:
     void on_comboMidiIn_currentIndexChanged(const QString& arg1);
     void on_comboShortcutMidiIn_currentIndexChanged(const QString& arg1);
     void on_comboMidiOut_currentIndexChanged(const QString& arg1);
-    void on_comboMidiCont_currentIndexChanged(int index);
-    void on_radioProBars_clicked(bool checked);
-    void on_radioProMarker_clicked(bool checked);
-    void on_radioStudioBars_clicked(bool checked);
-    void on_radioStudioMarker_clicked(bool checked);
+    void on_comboMidiCont_currentIndexChanged(int index) { markIf(index != -1); }
+    // These four do what a click on any button of the group does.
+    void on_radioProBars_clicked(bool checked) { storeMode(checked, kModeProToolsBars); }
+    void on_radioProMarker_clicked(bool checked) { storeMode(checked, kModeProToolsMarker); }
+    void on_radioStudioBars_clicked(bool checked) { storeMode(checked, kModeStudioOneBars); }
+    void on_radioStudioMarker_clicked(bool checked) { storeMode(checked, kModeStudioOneMarker); }
     void on_editDeviceID_textChanged(const QString& arg1);
-    void on_checkBoxArrowKey_clicked();
-    void on_checkBoxShowKey_clicked();
+    void on_checkBoxArrowKey_clicked() { markIf(true); }
+    void on_checkBoxShowKey_clicked() { markIf(true); }
     void on_pushSendColor_clicked();
     void on_pushNextColor_clicked();
-    void on_pushOK_clicked();
-    void on_pushCancel_clicked();
+    void on_pushOK_clicked() { saveAndClose(); }
+    void on_pushCancel_clicked() { closeWithoutQuestion(); }
 
 protected:
-    void closeEvent(QCloseEvent* event) override;
+    void save() override;
+    bool eventFilter(QObject* object, QEvent* event) override;
 
 private:
     // The editors of one row of the controller table, children of the table.
@@ -91,25 +91,25 @@ private:
         QComboBox* octaveCombo = nullptr;
     };
 
-    // Controller notes and colours: preferencedialog_controller.cpp.
+    // Controller notes: preferencedialog_notes.cpp.
     void setUpNoteTable();
     void fitNoteTable();
-    void setUpColorFocus();
     void setNotesFromEdit();
     void setEditFromNotes();
+
+    // Colours: preferencedialog_colors.cpp.
+    void setUpColorFocus();
     void setColorsFromEdit();
     void setEditFromColors();
     void chooseColor(QColor& colour, QPushButton* button);
 
     void connectSlots();
-    void setModeFromEdit();
+    void setDeviceIdFromEdit();
     void setPortsFromEdit();
-    void storeMode(bool checked, int mode);
-    void markIfChanged(const QString& shown, const QString& stored);
-    void savePreferences();
+    void storeMode(bool checked, int mode); // A mode is the place of its button in the form.
+    void markIf(bool isChange);
 
     std::unique_ptr<Ui::PreferenceDialog> ui;
-    OperatorWindow* parentWindow;
     EditData* editData;
     QMidiIn* dawMidiIn;
     QMidiIn* shortcutMidiIn;
@@ -117,6 +117,4 @@ private:
     QColor sendColor; // Being edited, as is nextColor.
     QColor nextColor;
     std::array<NoteWidgets, 5> noteRows;
-    bool isUpdating = false; // Widgets are being filled: the change slots do nothing.
-    bool isChanged = false;  // Something was changed since the last filling or saving.
 };

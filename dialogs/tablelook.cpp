@@ -85,10 +85,14 @@ void styleHeader(QHeaderView* header)
     header->setHighlightSections(false);
 }
 
-void insertRow(QTableWidget* table, int row)
+void insertRow(QTableWidget* table, int row, std::initializer_list<QTableWidgetItem*> cells)
 {
     table->insertRow(row);
     table->setRowHeight(row, kRowHeight);
+    int column = 0;
+    for (QTableWidgetItem* cell : cells) {
+        table->setItem(row, column++, cell);
+    }
 }
 
 namespace {
@@ -120,9 +124,7 @@ void insertEntry(QTableWidget* table, int row, const EditDataSet& entry)
     } else {
         title->setFlags(title->flags() & ~Qt::ItemIsEditable);
     }
-    insertRow(table, row);
-    table->setItem(row, kTitleColumn, title);
-    table->setItem(row, kCueColumn, cue);
+    insertRow(table, row, {title, cue});
 }
 
 bool isEntryOf(const QTableWidget* table, int row, const EditDataSet& entry)
@@ -141,21 +143,6 @@ bool showsEntry(const QTableWidget* table, int row, const EditDataSet& entry)
     const QTableWidgetItem* cue = table->item(row, kCueColumn);
     return title && cue && title->data(kKindRole) == entry.SetType &&
            title->text() == titleOf(entry) && cue->text() == entry.Cue;
-}
-
-UpdatesOff::UpdatesOff(QTableWidget* tableToChange) : table(tableToChange)
-{
-    table->setUpdatesEnabled(false);
-}
-
-UpdatesOff::~UpdatesOff()
-{
-    table->setUpdatesEnabled(true);
-}
-
-Refill::Refill(QTableWidget* table) : updatesOff(table)
-{
-    table->setRowCount(0);
 }
 
 } // namespace TableLook

@@ -5,6 +5,9 @@
 #include <QHeaderView>
 #include <QTableWidget>
 
+#include <initializer_list>
+#include <vector>
+
 struct EditDataSet;
 
 // The one look of all tables, and how a row is filled with a set-list entry.
@@ -31,8 +34,8 @@ void styleTable(QTableWidget* table);
 // White on flat dark teal; sections do not follow the selection.
 void styleHeader(QHeaderView* header);
 
-// Inserts an empty row of the standard height.
-void insertRow(QTableWidget* table, int row);
+// Inserts a row of the standard height; the table owns the cells.
+void insertRow(QTableWidget* table, int row, std::initializer_list<QTableWidgetItem*> cells);
 
 // Inserts a row at `row` for one entry. Song titles cannot be edited in place; spaces are black on
 // grey with a centred, editable name. The items are default-styled otherwise.
@@ -48,8 +51,8 @@ bool showsEntry(const QTableWidget* table, int row, const EditDataSet& entry);
 class UpdatesOff
 {
 public:
-    explicit UpdatesOff(QTableWidget* table);
-    ~UpdatesOff();
+    explicit UpdatesOff(QTableWidget* changed) : table(changed) { table->setUpdatesEnabled(false); }
+    ~UpdatesOff() { table->setUpdatesEnabled(true); }
     Q_DISABLE_COPY_MOVE(UpdatesOff)
 
 private:
@@ -57,14 +60,22 @@ private:
 };
 
 // Removes all rows of a table and keeps its updates off for as long as this lives, so that filling
-// it anew takes linear time.
-class Refill
+// it takes linear time.
+class Refill : UpdatesOff
 {
 public:
-    explicit Refill(QTableWidget* table);
-
-private:
-    UpdatesOff updatesOff;
+    explicit Refill(QTableWidget* filled) : UpdatesOff(filled) { filled->setRowCount(0); }
 };
+
+// Fills a table with one row for each element, by insert(table, row, element).
+template <typename Element, typename Insert>
+void fill(QTableWidget* table, const std::vector<Element>& elements, const Insert& insert)
+{
+    const Refill refill(table);
+    int row = 0;
+    for (const Element& element : elements) {
+        insert(table, row++, element);
+    }
+}
 
 } // namespace TableLook

@@ -6,8 +6,6 @@
 #include <QPointer>
 #include <QWheelEvent>
 
-Q_DECLARE_METATYPE(Recording::Event)
-
 namespace {
 
 const QVector<int> k12{0x53, 0x54};

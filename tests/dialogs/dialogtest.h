@@ -5,7 +5,7 @@
 #include "operatorwindow.h"
 #include "testcase.h"
 
-#include <QWidget>
+#include <QLineEdit>
 
 constexpr QMessageBox::StandardButtons kOkCancel = QMessageBox::Ok | QMessageBox::Cancel;
 
@@ -19,6 +19,19 @@ public:
 
     QStringList calls;
 };
+
+// The texts of buttons, labels and group boxes in the order of the form.
+inline QString texts(const QWidget& dialog)
+{
+    QStringList all;
+    for (const auto* child : dialog.findChildren<QWidget*>()) {
+        if (!qobject_cast<const QLineEdit*>(child)) {
+            all << child->property("text").toString() << child->property("title").toString();
+        }
+    }
+    all.removeAll({});
+    return all.join(',');
+}
 
 // Answers the question that a dialog asks when it is closed with changes in it.
 inline void answerSaveQuestion(ModalScript& script, QMessageBox::StandardButton answer)

@@ -11,11 +11,32 @@
 #include <QPushButton>
 #include <QTableWidget>
 
+// Six songs A to F with the ids 1 to 6; three shows 1 to 3: A, B, space, C, B; B, E; none.
+inline EditData tour()
+{
+    EditData data;
+    for (char title = 'A'; title <= 'F'; ++title) {
+        const int id = ++data.MaxSongId;
+        data.SongList.push_back({id, QChar(title), {}, id + 10, id + 100});
+    }
+    const auto entries = [&data](const QByteArray& titles) {
+        std::vector<EditDataSet> setList;
+        for (const char title : titles) {
+            setList.push_back(title == '-'
+                                  ? EditDataSet{kSetTypeSpace, {}, "MC", {}}
+                                  : EditDataSet{kSetTypeSong, data.SongList[title - 'A'], {}, {}});
+        }
+        return setList;
+    };
+    data.ShowList = {{"1", {}, entries("AB-CB")}, {"2", {}, entries("BE")}, {"3", {}, {}}};
+    return data;
+}
+
 // The editor, opened on some data, and a user's mouse and keyboard on it.
 class Editor
 {
 public:
-    explicit Editor(EditData contents = {}) : data(std::move(contents))
+    explicit Editor(const EditData& contents = tour()) : data(contents)
     {
         dialog.setDispFromEdit();
         dialog.show();
@@ -31,13 +52,6 @@ public:
     bool isEnabled(const QString& name) { return find<QWidget>(name)->isEnabled(); }
 
     void press(const QString& name) { QTest::mouseClick(find(name), Qt::LeftButton); }
-
-    // Presses a button that asks a question, which is answered.
-    void press(const QString& name, const QString& question, QMessageBox::StandardButton answer)
-    {
-        script.answerQuestion(question, kOkCancel, answer);
-        press(name);
-    }
 
     // Waits until keys go to the dialog: after it was shown or a message box has gone.
     void activate()
@@ -56,16 +70,8 @@ public:
                           view->visualRect(index).center());
     }
 
-    // Clicks the first row, then the others with Control held down.
-    void choose(QAbstractItemView* view, const std::vector<int>& rows)
-    {
-        for (const int row : rows) {
-            click(view, row, 0, row == rows.front() ? Qt::NoModifier : Qt::ControlModifier);
-        }
-    }
-
-    // Opens a cell and pastes a text into it; false if the cell cannot be edited.
-    bool beginTyping(QTableWidget* table, int row, int column, const QString& text)
+    // Opens a cell and pastes a text into it; null if the cell cannot be edited.
+    QLineEdit* beginTyping(QTableWidget* table, int row, int column, const QString& text)
     {
         click(table, row, column);
         QTest::keyClick(table, Qt::Key_F2);
@@ -83,7 +89,7 @@ public:
     {
         QVERIFY(beginTyping(table, row, column, text));
         QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
-        QTRY_COMPARE(dialog.focusWidget(), static_cast<QWidget*>(table));
+        QCOMPARE(dialog.focusWidget(), static_cast<QWidget*>(table));
     }
 
     EditData data;

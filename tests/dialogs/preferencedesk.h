@@ -14,7 +14,7 @@
 
 const QStringList kConfirmed{"setPreferenceData", "midiReconnect"};
 
-// The dialog over data of its own and with no preference file, as the operator window has it.
+// The dialog over new data, with no preference file, as the operator window has it.
 struct PreferenceDesk
 {
     EditData data;

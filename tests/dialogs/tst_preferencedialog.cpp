@@ -4,8 +4,12 @@
 #include <QColorDialog>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QWheelEvent>
 
 #include <functional>
+
+using DeskAct = std::function<void(PreferenceDesk&)>;
+Q_DECLARE_METATYPE(DeskAct)
 
 namespace {
 
@@ -41,8 +45,6 @@ QByteArray stored()
     return changes(data);
 }
 
-using DeskAct = std::function<void(PreferenceDesk&)>;
-
 QComboBox* noteBox(const PreferenceDesk& desk, int row, int column)
 {
     return qobject_cast<QComboBox*>(
@@ -54,9 +56,13 @@ DeskAct click(const char* button)
     return [=](PreferenceDesk& desk) { desk.click(button); };
 }
 
-DeskAct choosePort(const char* name)
+// A port that appears while the dialog is open; it may be the one that is stored.
+DeskAct choosePort(const char* name, QString EditData::*stored = nullptr)
 {
     return [=](PreferenceDesk& desk) {
+        if (stored) {
+            desk.data.*stored = kPort;
+        }
         desk.find<QComboBox>(name)->addItem(kPort);
         desk.find<QComboBox>(name)->setCurrentText(kPort);
     };
@@ -72,18 +78,11 @@ DeskAct chooseColor(const char* button, const QColor& initial, const QColor& col
             QVERIFY(chooser);
             QCOMPARE(chooser->options(), QColorDialog::ColorDialogOptions());
             QCOMPARE(chooser->currentColor(), initial);
-            if (colour.isValid()) {
-                chooser->setCurrentColor(colour);
-            }
+            chooser->setCurrentColor(colour.isValid() ? colour : QColor(Qt::green));
             QTest::keyClick(chooser, colour.isValid() ? Qt::Key_Return : Qt::Key_Escape);
         });
         desk.click(button);
     };
-}
-
-DeskAct pressInNoteBox(int row, int column, Qt::Key key)
-{
-    return [=](PreferenceDesk& desk) { QTest::keyClick(noteBox(desk, row, column), key); };
 }
 
 // Replaces the text of a line by typing.
@@ -100,13 +99,35 @@ DeskAct typeDeviceId(const char* text)
     return [=](PreferenceDesk& desk) { type(desk.find<QLineEdit>("editDeviceID"), text); };
 }
 
-DeskAct closeAndAnswer(QMessageBox::StandardButton answer)
+DeskAct pressInNoteBox(int row, int column, Qt::Key key)
+{
+    return [=](PreferenceDesk& desk) { QTest::keyClick(noteBox(desk, row, column), key); };
+}
+
+void turnWheelOverNotes(PreferenceDesk& desk)
+{
+    QWidget* box = noteBox(desk, 2, 1);
+    const QPoint centre = box->rect().center();
+    QWheelEvent turn(centre, box->mapToGlobal(centre), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
+                     Qt::NoScrollPhase, false);
+    QApplication::sendEvent(box, &turn);
+    QVERIFY(!turn.isAccepted()); // What the box stands in may scroll.
+}
+
+// Closes the dialog, with an answer to the question or without one.
+DeskAct close(QMessageBox::StandardButton answer)
 {
     return [=](PreferenceDesk& desk) {
         ModalScript script;
         answerSaveQuestion(script, answer);
         desk.dialog.close();
     };
+}
+
+void closeAtOnce(PreferenceDesk& desk)
+{
+    const ModalScript script; // A question would fail it.
+    desk.dialog.close();
 }
 
 } // namespace
@@ -116,125 +137,133 @@ class TestPreferenceDialog : public TestCase
     Q_OBJECT
 
 private slots:
-    // Everything can be read: no text is larger than its widget, no row is out of sight.
     void opensAsDesigned()
     {
         PreferenceDesk desk;
         desk.owner.move(100, 200);
         const PreferenceDialog placed(&desk.data, nullptr, nullptr, nullptr, &desk.owner);
-        QCOMPARE(placed.pos(), QPoint(130, 190));
-        desk.open([&desk] {
-            QCOMPARE(desk.dialog.size(), QSize(1003, 503));
+        QCOMPARE(QRect(placed.pos(), placed.size()), QRect(130, 190, 1003, 503));
+        QCOMPARE(texts(desk.dialog),
+                 QString("Mode,ProTools / Bars,ProTools / Marker,StudioOne / Bars,"
+                         "StudioOne / Marker,Midi Controller Input,DAW Midi Input,"
+                         "DAW Midi Output,MMC DeviceID,Show key button,Arrow key mode,"
+                         "Midi Controller Assign,Color,Send,Next,OK,CANCEL"));
+        for (const auto& [name, title] : {std::pair("comboMidiIn", "DAW Midi Input"),
+                                          std::pair("comboMidiOut", "DAW Midi Output")}) {
+            QCOMPARE(desk.find(name)->parent()->property("title").toString(), QString(title));
+        }
+        const auto* table = desk.find<QTableWidget>("tableMidiCont");
+        const QStringList actions{"Song UP", "Song DOWN", "LOCATE", "DAW PLAY", "DAW STOP"};
+        for (int row = 0; row < actions.size(); ++row) {
+            QCOMPARE(table->verticalHeaderItem(row)->text(), actions[row]);
+        }
+        desk.open([&] {
             QVERIFY(!desk.find("checkBoxArrowKey")->isVisible());
-            for (const auto* button : desk.dialog.findChildren<QAbstractButton*>()) {
-                const QSize text = button->fontMetrics().size(Qt::TextShowMnemonic, button->text());
-                QVERIFY2(!button->isVisible() || button->size().boundedTo(text) == text,
-                         qPrintable(button->text()));
-            }
-            for (const char* name : {"comboMidiIn", "comboShortcutMidiIn", "comboMidiOut"}) {
-                const auto* box = desk.find<QComboBox>(name);
-                const int text = box->fontMetrics().horizontalAdvance(kPort);
-                QVERIFY2(box->width() > text + box->height(), name); // The arrow is a square.
-            }
-            const auto* table = desk.find<QTableWidget>("tableMidiCont");
             QCOMPARE(table->verticalHeader()->length(), table->viewport()->height());
+            const auto* box = desk.find<QComboBox>("comboMidiIn");
+            QVERIFY(box->width() > box->fontMetrics().horizontalAdvance(kPort) + box->height());
         });
     }
 
-    // Closing does not ask where nothing was changed since the dialog was opened.
-    void untouched()
+    void storesEachChange_data()
     {
-        PreferenceDesk desk;
-        const auto closesAtOnce = [&desk](const DeskAct& act) {
-            const QByteArray before = changes(desk.data);
+        QTest::addColumn<DeskAct>("change");
+        QTest::addColumn<QByteArray>("line"); // Of the preference file.
+        QTest::addColumn<bool>("isChange");
+        const auto row = [](const char* name, const DeskAct& change, const QByteArray& line,
+                            bool isChange = true) {
+            QTest::newRow(name) << change << line << isChange;
+        };
+        const QByteArray port = kPort.toLatin1();
+        const QByteArray red = R"(TextColor=@Variant(\0\0\0\x43\x1\xff\xff\xff\xff\0\0\0\0\0\0))";
+        row("mode 1", click("radioProMarker"), "Mode=1");
+        row("mode 2", click("radioStudioBars"), "Mode=2");
+        row("mode 3", click("radioStudioMarker"), "Mode=3");
+        row("same mode", click("radioProBars"), "", false);
+        row("input", choosePort("comboMidiIn"), "MidiInPort=" + port);
+        row("same input", choosePort("comboMidiIn", &EditData::MidiInPort), "MidiInPort=" + port,
+            false);
+        row("controller", choosePort("comboShortcutMidiIn"), "ShortcutMidiInPort=" + port);
+        row("same controller", choosePort("comboShortcutMidiIn", &EditData::ShortcutMidiInPort),
+            "ShortcutMidiInPort=" + port, false);
+        row("output", choosePort("comboMidiOut"), "MidiOutPort=" + port);
+        row("same output", choosePort("comboMidiOut", &EditData::MidiOutPort),
+            "MidiOutPort=" + port, false);
+        row("device ID", typeDeviceId("Gx1-af"), "DeviceId=1A"); // The rest is refused.
+        row("no device ID", typeDeviceId("GZ"), "", false);
+        row("key buttons", click("checkBoxShowKey"), "ShowKeyButton=false");
+        row("arrow keys", click("checkBoxArrowKey"), "ArrowKeyMode=true");
+        row("note", pressInNoteBox(0, 0, Qt::Key_Down), "NoteSongUp=29");
+        row("octave", pressInNoteBox(4, 1, Qt::Key_Up), "NoteDawStop=23");
+        row("sent colour", chooseColor("pushSendColor", 0xBB0000, Qt::red), "Send" + red);
+        row("next colour", chooseColor("pushNextColor", 0x0000BB, Qt::red), "Next" + red);
+        row("no colour", chooseColor("pushNextColor", 0x0000BB, QColor()), "", false);
+        row("wheel", turnWheelOverNotes, "", false);
+    }
+
+    // The mode is in effect at once, all else when it is confirmed.
+    void storesEachChange()
+    {
+        QFETCH(const DeskAct, change);
+        QFETCH(const QByteArray, line);
+        QFETCH(const bool, isChange);
+        const QByteArray atOnce = line.startsWith("Mode") || !isChange ? line : QByteArray();
+        const auto leave = [&](const DeskAct& wayOut, bool stores) {
+            PreferenceDesk desk;
             desk.open([&] {
-                act(desk);
-                const ModalScript script; // A question would fail it.
-                desk.dialog.close();
+                change(desk);
+                QCOMPARE(changes(desk.data), atOnce);
+                wayOut(desk);
                 QVERIFY(!desk.dialog.isVisible());
             });
-            QVERIFY(desk.owner.calls.isEmpty());
-            QCOMPARE(changes(desk.data), before);
+            QCOMPARE(changes(desk.data), stores ? line : atOnce);
+            QCOMPARE(stored(), stores ? line : QByteArray());
+            QCOMPARE(desk.owner.calls, stores ? kConfirmed : QStringList());
         };
-        closesAtOnce(click("radioProBars"));
-        closesAtOnce(typeDeviceId("GZ"));
-        closesAtOnce(chooseColor("pushNextColor", 0x0000BB, QColor()));
-        for (const auto& [port, box] :
-             {std::pair(&EditData::MidiInPort, "comboMidiIn"),
-              std::pair(&EditData::ShortcutMidiInPort, "comboShortcutMidiIn"),
-              std::pair(&EditData::MidiOutPort, "comboMidiOut")}) {
-            desk.data.*port = kPort;
-            closesAtOnce(choosePort(box));
-            (desk.data.*port).clear();
-        }
-        desk.open([&desk] { // Left by Escape.
+        leave(click("pushOK"), true);
+        leave(click("pushCancel"), false);
+        leave(isChange ? close(QMessageBox::No) : closeAtOnce, false);
+    }
+
+    // Cancel and the question's Escape keep the dialog and the change.
+    void asksUntilItIsAnswered()
+    {
+        PreferenceDesk desk;
+        desk.open([&desk] {
+            desk.click("checkBoxShowKey");
+            for (const auto answer :
+                 {QMessageBox::Cancel, QMessageBox::NoButton, QMessageBox::Save}) {
+                QVERIFY(desk.dialog.isVisible());
+                close(answer)(desk);
+            }
+        });
+        QCOMPARE(stored(), QByteArray("ShowKeyButton=false"));
+        QCOMPARE(desk.owner.calls, kConfirmed);
+    }
+
+    // Left by Escape without a question, the dialog shows what is stored when it is opened again.
+    void fillsItselfAtEachOpening()
+    {
+        PreferenceDesk desk;
+        desk.open([&desk] {
             desk.click("checkBoxShowKey");
             chooseColor("pushNextColor", 0x0000BB, Qt::red)(desk);
+            QTest::keyClick(&desk.dialog, Qt::Key_Escape);
         });
-        closesAtOnce([](PreferenceDesk& d) {
-            QVERIFY(d.find<QAbstractButton>("checkBoxShowKey")->isChecked());
-            QVERIFY(d.find("pushNextColor")->styleSheet().contains(":#ff0000bb;}"));
+        desk.data.MidiInPort = "Gone:in";
+        desk.data.ShortcutMidiInPort = "Gone:controller";
+        desk.open([&desk] {
+            QVERIFY(desk.find<QAbstractButton>("checkBoxShowKey")->isChecked());
+            QVERIFY(desk.find("pushNextColor")->styleSheet().contains(":#ff0000bb;}"));
+            desk.click("pushOK");
         });
-
-        desk.open([&desk] { desk.click("pushOK"); });
-        QFile file(preferenceFilePath());
+        QFile file(preferenceFilePath()); // Of a port that is gone, the name is empty.
         QVERIFY(file.open(QIODevice::ReadOnly));
         QCOMPARE(file.readAll(), kUntouched);
     }
 
-    // Each kind of change is stored when it is confirmed. The mode is in effect at once.
-    void waysOut()
-    {
-        const QByteArray port = kPort.toLatin1();
-        const QByteArray red = R"(TextColor=@Variant(\0\0\0\x43\x1\xff\xff\xff\xff\0\0\0\0\0\0))";
-        const std::pair<DeskAct, QByteArray> kinds[] = {
-            {click("radioProMarker"), "Mode=1"},
-            {click("radioStudioBars"), "Mode=2"},
-            {click("radioStudioMarker"), "Mode=3"},
-            {choosePort("comboMidiIn"), "MidiInPort=" + port},
-            {choosePort("comboShortcutMidiIn"), "ShortcutMidiInPort=" + port},
-            {choosePort("comboMidiOut"), "MidiOutPort=" + port},
-            {typeDeviceId("Gx1-af"), "DeviceId=1A"}, // The rest is refused.
-            {click("checkBoxShowKey"), "ShowKeyButton=false"},
-            {click("checkBoxArrowKey"), "ArrowKeyMode=true"},
-            {pressInNoteBox(0, 0, Qt::Key_Down), "NoteSongUp=29"},
-            {pressInNoteBox(4, 1, Qt::Key_Up), "NoteDawStop=23"},
-            {chooseColor("pushSendColor", 0xBB0000, Qt::red), "Send" + red},
-            {chooseColor("pushNextColor", 0x0000BB, Qt::red), "Next" + red}};
-        for (const auto& kind : kinds) {
-            const DeskAct& change = kind.first;
-            const QByteArray& changed = kind.second;
-            const QByteArray left = changed.startsWith("Mode") ? changed : QByteArray();
-            const auto leave = [&](bool confirms, const DeskAct& wayOut) {
-                PreferenceDesk desk;
-                desk.open([&] {
-                    change(desk);
-                    QCOMPARE(changes(desk.data), left);
-                    wayOut(desk);
-                    QVERIFY(!desk.dialog.isVisible());
-                });
-                QCOMPARE(changes(desk.data), confirms ? changed : left);
-                QCOMPARE(stored(), confirms ? changed : QByteArray());
-                QCOMPARE(desk.owner.calls, confirms ? kConfirmed : QStringList());
-            };
-            leave(true, click("pushOK"));
-            leave(false, closeAndAnswer(QMessageBox::No));
-            leave(false, click("pushCancel"));
-            leave(false, [](PreferenceDesk& d) { QTest::keyClick(&d.dialog, Qt::Key_Escape); });
-            // Cancel and the question's Escape keep the dialog and the change, and it asks again.
-            leave(true, [](PreferenceDesk& d) {
-                for (const auto answer : {QMessageBox::Cancel, QMessageBox::NoButton}) {
-                    closeAndAnswer(answer)(d);
-                    QVERIFY(d.dialog.isVisible());
-                    QCOMPARE(stored(), QByteArray());
-                }
-                closeAndAnswer(QMessageBox::Save)(d);
-            });
-        }
-    }
-
     // What the dialog cannot show stays as it is stored. Return confirms, as OK does.
-    void handEditedData()
+    void keepsHandEditedData()
     {
         PreferenceDesk desk;
         desk.data.Mode = kModeStudioOneBars;
@@ -243,10 +272,11 @@ private slots:
         desk.data.DeviceId = "zz";
         desk.data.DeviceIdValue = 0x5A;
         desk.data.SendTextColor = QColor();
-        for (const DeskAct& act : {click("checkBoxShowKey"), typeDeviceId("")}) {
+        for (const char* typed : {"5A", ""}) {
             desk.open([&] {
                 QVERIFY(desk.find<QAbstractButton>("radioStudioBars")->isChecked());
-                act(desk);
+                QCOMPARE(desk.find<QLineEdit>("editDeviceID")->text(), QString("5A"));
+                typeDeviceId(typed)(desk);
                 QTest::keyClick(desk.find("editDeviceID"), Qt::Key_Return);
                 QVERIFY(!desk.dialog.isVisible());
             });
@@ -256,49 +286,75 @@ private slots:
         }
     }
 
-    // How a stored note shows, and what is stored again.
-    void notes()
+    void showsNotes_data()
     {
-        const std::tuple<int, QString, int> notes[] = {
-            {0, "C/-1", 0},    {38, "D/2", 38}, {53, "F/3", 53},   {69, "A/4", 69}, {83, "B/5", 83},
-            {127, "G/9", 127}, {61, "C/4", 60}, {128, "G/9", 127}, {-1, "C/-1", 0}};
-        PreferenceDesk desk;
-        const auto shown = [&desk](int row) {
-            return noteBox(desk, row, 0)->currentText() + "/" +
-                   noteBox(desk, row, 1)->currentText();
+        QTest::addColumn<int>("note");
+        QTest::addColumn<QString>("shown");
+        QTest::addColumn<int>("after");
+        const auto row = [](const char* name, int note, const char* shown, int after) {
+            QTest::newRow(name) << note << shown << after;
         };
-        for (const auto& [note, text, after] : notes) {
-            desk.data.NoteLocate = note;
-            desk.dialog.setDispFromEdit();
-            QCOMPARE(QStringList({shown(0), shown(1), shown(2), shown(3), shown(4)}),
-                     QStringList({"E/1", "F/1", text, "A/1", "B/1"}));
-            desk.dialog.setEditFromDisp();
-            QCOMPARE(desk.data.NoteLocate, after);
-        }
+        row("lowest", 0, "C/-1", 0);
+        row("D", 38, "D/2", 38);
+        row("F", 53, "F/3", 53);
+        row("A", 69, "A/4", 69);
+        row("B", 83, "B/5", 83);
+        row("highest", 127, "G/9", 127);
+        row("black key", 61, "C/4", 60);
+        row("too high", 128, "G/9", 127);
+        row("too low", -1, "C/-1", 0);
     }
 
-    // Over E 1, note 28. What is shown is what counts.
-    void typedNotes()
+    void showsNotes()
     {
-        const std::tuple<int, QString, Qt::Key, int> typed[] = {
-            {0, "d", Qt::Key_Shift, 26}, // Still being typed.
-            {1, "-1", Qt::Key_Tab, 4},
-            {0, "H", Qt::Key_Tab, 28},    // Not listed,
-            {0, "H", Qt::Key_Return, 24}, // unless Return adds it.
-            {1, "12", Qt::Key_Return, 127}};
-        for (const auto& [column, text, end, note] : typed) {
-            PreferenceDesk desk;
-            const QComboBox* box = noteBox(desk, 0, column);
-            desk.open([&desk, box, text = text, end = end] {
-                type(box->lineEdit(), text);
-                QTest::keyClick(box->lineEdit(), end);
-                QCOMPARE(box->currentText(), box->itemText(box->currentIndex()));
-                desk.click("pushOK");
-            });
-            QCOMPARE(desk.data.NoteSongUp, note);
-            desk.dialog.setDispFromEdit();
-            QCOMPARE(box->count(), column == 0 ? 7 : 11);
+        QFETCH(const int, note);
+        QFETCH(const QString, shown);
+        PreferenceDesk desk;
+        desk.data.NoteLocate = note;
+        desk.dialog.setDispFromEdit();
+        QStringList rows;
+        for (int row = 0; row < 5; ++row) {
+            rows << noteBox(desk, row, 0)->currentText() + "/" +
+                        noteBox(desk, row, 1)->currentText();
         }
+        QCOMPARE(rows, QStringList({"E/1", "F/1", shown, "A/1", "B/1"}));
+        desk.dialog.setEditFromDisp();
+        QTEST(desk.data.NoteLocate, "after");
+    }
+
+    void readsTypedNotes_data()
+    {
+        QTest::addColumn<int>("column");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<Qt::Key>("end");
+        QTest::addColumn<int>("note"); // Over E 1, note 28.
+        const auto row = [](const char* name, int column, const char* text, Qt::Key end, int note) {
+            QTest::newRow(name) << column << text << end << note;
+        };
+        row("still typing", 0, "d", Qt::Key_Shift, 26);
+        row("octave", 1, "-1", Qt::Key_Tab, 4);
+        row("not listed", 0, "H", Qt::Key_Tab, 28);
+        row("added by Return", 0, "H", Qt::Key_Return, 24);
+        row("octave added by Return", 1, "12", Qt::Key_Return, 127);
+    }
+
+    // What is shown is what counts.
+    void readsTypedNotes()
+    {
+        QFETCH(const int, column);
+        QFETCH(const QString, text);
+        QFETCH(const Qt::Key, end);
+        PreferenceDesk desk;
+        const QComboBox* box = noteBox(desk, 0, column);
+        desk.open([&] {
+            type(box->lineEdit(), text);
+            QTest::keyClick(box->lineEdit(), end);
+            QCOMPARE(box->currentText(), box->itemText(box->currentIndex()));
+            desk.click("pushOK");
+        });
+        QTEST(desk.data.NoteSongUp, "note");
+        desk.dialog.setDispFromEdit();
+        QCOMPARE(box->count(), column == 0 ? 7 : 11);
     }
 };
 
