@@ -9,9 +9,12 @@ namespace {
 const QString kNoSigns =
     QStringLiteral(R"("[^"\\]*+(?:\\[\s\S][^"\\]*+)*+(?:"|$)|\\(?:\r\n|\n\r|[\s\S])|;[^\r\n]*)");
 
-// What QSettings skips at the start of a value: blanks, quotes, and escapes without a meaning.
+// Escapes without a meaning, which QSettings skips.
 const QString kSkipped =
-    QStringLiteral(R"((?:[ \t"]|\\(?:\r\n|\n\r|x(?![0-9A-Fa-f])|[^0-7xabfnrtv"?'\\]))*+)");
+    QStringLiteral(R"((?:\\(?:\r\n|\n\r|x(?![0-9A-Fa-f])|[^0-7xabfnrtv"?'\\]))*+)");
+
+// What QSettings skips at the start of a value: also blanks and quotes, but no quoted blanks.
+const QString kStart = QStringLiteral(R"([ \t]*+(?:%1"%1"[ \t]*+)*+%1"?+%1)").arg(kSkipped);
 
 // An @ and its escapes. QSettings takes the lowest 16 bits of their numbers.
 const QString kAt = QStringLiteral(R"((?:@|\\x(?:[0-9A-Fa-f]*00|0?)40(?![0-9A-Fa-f]))"
@@ -27,7 +30,7 @@ QByteArray escapeSerialisedValues(const QByteArray& content)
 {
     static const QRegularExpression at(kAt);
     static const QRegularExpression sign(QStringLiteral("(?:%1)(*SKIP)(*FAIL)|([=,])(?=%2%3(?!%4))")
-                                             .arg(kNoSigns, kSkipped, kAt, kHarmless));
+                                             .arg(kNoSigns, kStart, kAt, kHarmless));
     const QString text = QString::fromLatin1(content);
     if (!at.match(text).hasMatch()) { // Takes a fraction of the time, and is enough for most files.
         return content;
