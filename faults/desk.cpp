@@ -140,12 +140,12 @@ void Velt::typeCue(int row, const QString& text)
 void Velt::typeCueAndDie(int row, const QString& text, const Home& home, int afterUs)
 {
     enterCue(row, text);
-    const QString lock = home.setList() + QStringLiteral(".lock"); // There while it saves.
-    QFile::remove(lock); // That of the last one that died.
+    QDir staging(home.files() + QStringLiteral("/.velt-save")); // There while it saves.
+    staging.removeRecursively();                                // That of the last one that died.
     QProcess key;
     key.start(QStringLiteral("xdotool"), {QStringLiteral("key"), QStringLiteral("Return")});
     const QDeadlineTimer end(kPatienceMs);
-    while (!QFile::exists(lock) && !end.hasExpired()) {
+    while (!QFile::exists(staging.path()) && !end.hasExpired()) {
     }
     require(!end.hasExpired(), QStringLiteral("no save began"));
     std::this_thread::sleep_for(std::chrono::microseconds(afterUs));
