@@ -155,11 +155,12 @@ bool replaceFile(const QString& staged, const QString& path)
                        QFile::encodeName(path).constData()) == 0;
 }
 
-void makeBackup(const QByteArray& content, const QString& path, const StagingDirectory& staging)
+void makeBackup(const QByteArray& content, const QString& path)
 {
+    const StagingDirectory staging(QFileInfo(path).path());
     const QString staged = staging.freshPath();
-    if (!writeWhole(staged, content) || !replaceFile(staged, path)) {
-        QFile::remove(staged);
+    if (writeWhole(staged, content)) {
+        replaceFile(staged, path);
     }
 }
 
@@ -200,19 +201,15 @@ bool writeSettingsFile(const QString& path, const std::function<void(QSettings&)
     if (!lock.isHeld()) {
         return false;
     }
+    const auto old = contents(target);
+    if (const QFileInfo file(target); file.exists() && !(old && file.isWritable())) {
+        return false;
+    }
+    if (old && !backupPath.isEmpty()) {
+        makeBackup(*old, backupPath);
+    }
     const StagingDirectory staging(directory);
     const QString staged = staging.freshPath();
-    if (const QFileInfo file(target); file.exists()) {
-        const auto old = contents(target);
-        if (!old || !file.isWritable()) {
-            return false;
-        }
-        if (!backupPath.isEmpty()) {
-            makeBackup(*old, backupPath, staging);
-        }
-        if (!writeWhole(staged, escapeSerialisedValues(*old))) {
-            return false;
-        }
-    }
-    return writeValues(staged, fill) && replaceFile(staged, target);
+    return (!old || writeWhole(staged, escapeSerialisedValues(*old))) &&
+           writeValues(staged, fill) && replaceFile(staged, target);
 }

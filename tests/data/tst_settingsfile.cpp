@@ -255,6 +255,25 @@ private slots:
         QCOMPARE(namesIn(home.path()), QStringList(QStringLiteral("a.ini")));
     }
 
+    void stoppedSaveFailsTheNext()
+    {
+        const QString path = fileWith("[General]\nMode=1\n");
+        const pid_t child = fork([&] {
+            return writeSettingsFile(path, [](QSettings& file) {
+                file.setValue(QStringLiteral("Mode"), 2);
+                raise(SIGSTOP);
+            });
+        });
+        int status = 0;
+        waitpid(child, &status, WUNTRACED);
+        QVERIFY(WIFSTOPPED(status));
+        QVERIFY(!setValue(path, QStringLiteral("Mode"), 3));
+        QCOMPARE(valueOf(path, QStringLiteral("Mode")), 1);
+        kill(child, SIGCONT);
+        QCOMPARE(statusOf(child), 0);
+        QCOMPARE(valueOf(path, QStringLiteral("Mode")), 2);
+    }
+
     void firstSaveOfARunLeavesABackup()
     {
         QCOMPARE(statusOf(run({QStringLiteral("One"), QStringLiteral("Two")})), 0);
