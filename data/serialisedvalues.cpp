@@ -31,7 +31,7 @@ QByteArray escapeSerialisedValues(const QByteArray& content)
     static const QRegularExpression at(kAt);
     static const QRegularExpression sign(QStringLiteral("(?:%1)(*SKIP)(*FAIL)|([=,])(?=%2%3(?!%4))")
                                              .arg(kNoSigns, kStart, kAt, kHarmless));
-    const QString text = QString::fromLatin1(content.constData(), content.size());
+    const QString text = QLatin1String(content.constData(), content.size());
     if (!at.match(text).hasMatch()) { // Takes a fraction of the time, and is enough for most files.
         return content;
     }

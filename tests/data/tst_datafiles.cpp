@@ -69,8 +69,10 @@ private slots:
                                      kHarmfulValues));
         QVERIFY(data.Mode == 0 && !data.ShowKeyButton && !data.ArrowKeyMode);
         QVERIFY(data.NoteLocate == 0 && data.MidiInPort.isEmpty() && data.DeviceId.isEmpty());
-        for (const char* text : {"", "nothing", "#zz", "1, 2", "@Invalid()", "@Rect(1 2 3 4)",
-                                 R"(@Variant(\0\0\0\x43))", "@Variant(x", "777777777777"}) {
+        for (const char* text :
+             {"", "nothing", "#zz", "1, 2", "@Invalid()", "@Rect(1 2 3 4)",
+              R"(@Variant(\0\0\0\x43))", R"(@Variant(\0\0\0\x43\x9\xff\xff\0\0\0\0\0\0\0\0))",
+              "@Variant(x", "777777777777"}) {
             data.readPreference(fileWith(
                 QByteArray("[General]\nNextTextColor=#12ab34\nSendTextColor=") + text + '\n'));
             QVERIFY2(!data.SendTextColor.isValid(), text);

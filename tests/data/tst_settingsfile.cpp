@@ -166,12 +166,12 @@ private slots:
         QCOMPARE(firstSongOf(path), oldSong);
     }
 
-    void goodFileStaysAfterFailedWrite()
+    void failedValuesAreForgotten()
     {
         const QString path = fileWith("[General]\nMode=1\n");
         {
             const FullDisk disk(0);
-            QVERIFY(!setValue(path, QStringLiteral("Mode"), 2));
+            QVERIFY(!setValue(path, QStringLiteral("Failed"), 2));
         }
         const QByteArray good("[General]\nMode=3\n");
         QFile file(path);
@@ -180,6 +180,8 @@ private slots:
         file.close();
         QCOMPARE(valueOf(path, QStringLiteral("Mode")), 3);
         QCOMPARE(bytes(path), good);
+        QVERIFY(setValue(path, QStringLiteral("Next"), 4));
+        QCOMPARE(bytes(path), good + "Next=4\n");
     }
 
     // Whichever is the first piece that the disk does not take.
@@ -288,6 +290,19 @@ private slots:
         QCOMPARE(namesIn(standardDirectory()),
                  (QStringList{QStringLiteral("VELTSetting-backup.ini"),
                               QStringLiteral("VELTSetting.ini")}));
+    }
+
+    void partOfABackupReplacesNone()
+    {
+        QCOMPARE(statusOf(run({QString(200, QLatin1Char('1'))})), 0);
+        QCOMPARE(statusOf(run({QString(200, QLatin1Char('2'))})), 0);
+        const QByteArray backup = bytes(setListBackupPath());
+        const pid_t child = fork([] {
+            const FullDisk disk(200);
+            return saveSongs({QStringLiteral("Three")});
+        });
+        QVERIFY(statusOf(child) != 0);
+        QCOMPARE(bytes(setListBackupPath()), backup);
     }
 
     void backupThatFailsStopsNothing()
