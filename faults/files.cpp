@@ -101,7 +101,7 @@ QString filesReplacedByDirectories(Desk& desk)
 QString killedInSaves(Desk& desk)
 {
     constexpr int kKills = 20;
-    constexpr int kStepUs = 100; // A save takes a millisecond or two.
+    constexpr int kStepUs = 400; // A save takes some milliseconds.
     constexpr int kStartMs = 5000;
     constexpr int kRow = 1;
     const auto cue = [](int n) { return QStringLiteral("cue%1").arg(n, 3, 10, QLatin1Char('0')); };
@@ -134,7 +134,7 @@ QString killedInSaves(Desk& desk)
     desk.reopenDawPorts();
     desk.playOnAfterConfirming();
     return QStringLiteral(
-               "%1 kills, %2 of them behind the save; longest start %3 ms; the show went on")
+               "%1 kills, %2 of them after the save; longest start %3 ms; the show went on")
         .arg(kKills)
         .arg(saved)
         .arg(longestMs);

@@ -170,8 +170,10 @@ private slots:
     {
         const QString path = fileWith("[General]\nMode=1\n");
         {
-            const FullDisk disk(0);
-            QVERIFY(!setValue(path, QStringLiteral("Failed"), 2));
+            const FullDisk disk(300);
+            QVERIFY(!writeSettingsFile(path, [](QSettings& settings) {
+                settings.setValue(QStringLiteral("Failed"), QString(30'000, QLatin1Char('a')));
+            }));
         }
         const QByteArray good("[General]\nMode=3\n");
         QFile file(path);
