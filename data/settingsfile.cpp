@@ -78,6 +78,7 @@ MemoryFile::MemoryFile(const QByteArray& content)
     constexpr qint32 kVersion = 1;
     constexpr qint32 kTreeOffset = 20;
     constexpr qint32 kContentOffset = kTreeOffset + 14;
+    resource.reserve(kContentOffset + 4 + content.size());
     QDataStream out(&resource, QIODevice::WriteOnly);
     out.writeRawData("qres", 4);
     out << kVersion << kTreeOffset << kContentOffset << kTreeOffset;
