@@ -52,7 +52,7 @@ DisplayStatus readDisplayStatus(const QString& path)
 
 void writeDisplayStatus(const QString& path, const DisplayStatus& status)
 {
-    writeSettingsFile(path, [&status](SettingsWriter& file) {
+    writeSettingsFile(path, [&status](QSettings& file) {
         file.setValue(kWidth, status.window.width());
         file.setValue(kHeight, status.window.height());
         file.setValue(kX, status.window.x());

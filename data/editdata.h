@@ -60,11 +60,13 @@ public:
     // Replaces ShowList, SongList and MaxSongId by the contents of a set-list file. A missing or
     // unreadable file leaves both lists empty and MaxSongId 0. Song entries whose song is not in
     // the file, and entries of an unknown kind, are dropped. Reads no more than 100,000 songs,
-    // 100,000 shows, and 100,000 entries of a show. Defined in setlistfile.cpp.
+    // 100,000 shows, and 100,000 entries of a show; once 100,000 entries were missing, a show ends
+    // at its next missing one. Defined in setlistfile.cpp.
     void readEdit(const QString& path);
 
     // Writes ShowList and SongList to a set-list file and syncs it to the disk. Songs and shows
-    // without a title are not written, and are removed from the lists.
+    // without a title are not written, and are removed from the lists. The first write of
+    // setListFilePath() in a process leaves a copy of the old file at setListBackupPath().
     void writeEdit(const QString& path);
 
     // Sets the preference fields from a preference file. Mode, the port names and DeviceId are

@@ -3,7 +3,6 @@
 #include "editdata.h"
 #include "settingsfile.h"
 
-#include <QDataStream>
 #include <QSettings>
 
 namespace {
@@ -28,28 +27,6 @@ void readIfPresent(const QSettings& file, const QString& key, Value& field)
 {
     if (file.contains(key)) {
         field = file.value(key).value<Value>();
-    }
-}
-
-// A damaged colour value can name a colour model that does not exist; it is no colour then. The
-// model is looked at in the serialised form, since no QColor may hold such a number.
-bool isDamagedColor(const QVariant& value)
-{
-    if (value.userType() != QMetaType::QColor) {
-        return false;
-    }
-    QByteArray bytes;
-    QDataStream stream(&bytes, QIODevice::WriteOnly);
-    QMetaType::save(stream, QMetaType::QColor, value.constData());
-    const auto model = static_cast<unsigned char>(bytes.at(0));
-    return model > QColor::ExtendedRgb;
-}
-
-void readIfPresent(const QSettings& file, const QString& key, QColor& field)
-{
-    if (file.contains(key)) {
-        const QVariant value = file.value(key);
-        field = isDamagedColor(value) ? QColor() : value.value<QColor>();
     }
 }
 
@@ -78,7 +55,7 @@ void EditData::readPreference(const QString& path)
 
 void EditData::writePreference(const QString& path)
 {
-    writeSettingsFile(path, [this](SettingsWriter& file) {
+    writeSettingsFile(path, [this](QSettings& file) {
         file.setValue(kMode, Mode);
         file.setValue(kMidiInPort, MidiInPort);
         file.setValue(kShortcutMidiInPort, ShortcutMidiInPort);

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "datafiles.h"
 #include "editdata.h"
 #include "settingsfile.h"
 
@@ -14,10 +15,9 @@ namespace {
 // this one, so that a count alone cannot exhaust the program.
 constexpr std::int32_t kMaxCount = 100'000;
 
-// An entry that a show counts but the file does not hold reads as one of the song with Id 0. Where
-// a file has such a song, every show gets the first of these, and all shows together this many
-// more.
-constexpr std::int32_t kMaxGapEntries = 100'000;
+// Of the entries that shows count but the file does not hold, this many are looked up in a file.
+// The next one ends its show.
+constexpr std::int32_t kMaxMissingEntries = 100'000;
 
 const QLatin1String kSongDataNum("SongDataNum");
 const QLatin1String kSongGroup("SongData");
@@ -40,12 +40,12 @@ const QLatin1String kCue("Cue");
 const QLatin1String kSongId("SongId");
 
 // The keys of numbered groups, such as SongData3/Bar; numbers start at 1. Keys are made without
-// room for more: the settings class keeps those that are written.
+// spare room, as QSettings keeps those that are written.
 class GroupKeys
 {
 public:
-    explicit GroupKeys(QLatin1String groupName, QString parentPrefix = {})
-        : parent(std::move(parentPrefix)), group(parent + groupName)
+    explicit GroupKeys(QLatin1String groupName, const QString& parentPrefix = {})
+        : group(parentPrefix + groupName)
     {
     }
 
@@ -55,10 +55,8 @@ public:
     QString operator()(QLatin1String name) const { return selected % name; }
 
     [[nodiscard]] const QString& prefix() const { return selected; }
-    [[nodiscard]] const QString& parentPrefix() const { return parent; }
 
 private:
-    QString parent;
     QString group;
     QString selected;
 };
@@ -68,7 +66,7 @@ std::int32_t readCount(const QSettings& file, const QString& key)
     return std::clamp(file.value(key).toInt(), 0, kMaxCount);
 }
 
-std::vector<EditDataSong> readSongs(QSettings& file)
+std::vector<EditDataSong> readSongs(const QSettings& file)
 {
     std::vector<EditDataSong> songs;
     GroupKeys key(kSongGroup);
@@ -90,28 +88,23 @@ std::vector<EditDataSong> readSongs(QSettings& file)
 class ShowReader
 {
 public:
-    ShowReader(QSettings& settings, const std::vector<EditDataSong>& songs);
+    ShowReader(const QSettings& settings, const std::vector<EditDataSong>& songs);
 
     std::vector<EditDataShow> readShows();
 
 private:
     using SetList = std::vector<EditDataSet>;
 
-    SetList readSetList(GroupKeys& show);
+    SetList readSetList(const GroupKeys& show);
+    bool readEntry(const GroupKeys& key, SetList& entries) const;
 
-    // `key` makes the keys of the entries of one show.
-    bool readEntry(GroupKeys& key, std::int32_t n, SetList& entries);
-    void readSparse(GroupKeys& key, std::int32_t first, std::int32_t last, SetList& entries);
-    std::vector<std::int32_t> presentEntries(const GroupKeys& key, std::int32_t first,
-                                             std::int32_t last);
-    void fillGap(std::int32_t length, SetList& entries);
-
-    QSettings& file;
+    const QSettings& file;
     QHash<std::int32_t, const EditDataSong*> songOfId;
-    std::int32_t gapEntriesLeft = kMaxGapEntries;
+    std::int32_t missingEntries = 0;
 };
 
-ShowReader::ShowReader(QSettings& settings, const std::vector<EditDataSong>& songs) : file(settings)
+ShowReader::ShowReader(const QSettings& settings, const std::vector<EditDataSong>& songs)
+    : file(settings)
 {
     songOfId.reserve(static_cast<int>(songs.size()));
     for (const EditDataSong& song : songs) {
@@ -137,24 +130,24 @@ std::vector<EditDataShow> ShowReader::readShows()
     return shows;
 }
 
-ShowReader::SetList ShowReader::readSetList(GroupKeys& show)
+ShowReader::SetList ShowReader::readSetList(const GroupKeys& show)
 {
     SetList entries;
-    const std::int32_t count = readCount(file, show(kSetNum));
     GroupKeys key(kEntryGroup, show.prefix());
-    std::int32_t n = 1;
-    while (n <= count && readEntry(key, n, entries)) {
-        ++n;
+    const std::int32_t count = readCount(file, show(kSetNum));
+    for (std::int32_t n = 1; n <= count; ++n) {
+        key.select(n);
+        if (!readEntry(key, entries) && ++missingEntries > kMaxMissingEntries) {
+            break;
+        }
     }
-    readSparse(key, n + 1, count, entries);
     return entries;
 }
 
-// Appends the n-th entry, unless its song is not in the file or its kind is unknown. Returns false
-// if the entry has no kind, which means that it is missing altogether, or damaged.
-bool ShowReader::readEntry(GroupKeys& key, std::int32_t n, SetList& entries)
+// Appends an entry, unless its song is not in the file or its kind is unknown. Returns false if the
+// file has no kind for it: it is damaged or missing, and reads as the song with Id 0.
+bool ShowReader::readEntry(const GroupKeys& key, SetList& entries) const
 {
-    key.select(n);
     const QVariant setType = file.value(key(kSetType));
     EditDataSet entry;
     entry.SetType = setType.toInt();
@@ -171,52 +164,7 @@ bool ShowReader::readEntry(GroupKeys& key, std::int32_t n, SetList& entries)
     return setType.isValid();
 }
 
-// Reads the rest of a show of which an entry was missing. Only entries that are in the file are
-// looked up, so that a count that is far too large costs next to nothing.
-void ShowReader::readSparse(GroupKeys& key, std::int32_t first, std::int32_t last, SetList& entries)
-{
-    if (first > last) {
-        return;
-    }
-    for (const std::int32_t n : presentEntries(key, first, last)) {
-        fillGap(n - first, entries);
-        readEntry(key, n, entries);
-        first = n + 1;
-    }
-    fillGap(last + 1 - first, entries);
-}
-
-// The numbers from `first` to `last` of entries that are in the file, ascending.
-std::vector<std::int32_t> ShowReader::presentEntries(const GroupKeys& key, std::int32_t first,
-                                                     std::int32_t last)
-{
-    std::vector<std::int32_t> numbers;
-    file.beginGroup(key.parentPrefix());
-    const QStringList groups = file.childGroups();
-    file.endGroup();
-    for (const QString& group : groups) {
-        const std::int32_t n = group.midRef(kEntryGroup.size()).toInt();
-        if (n >= first && n <= last && group == kEntryGroup + QString::number(n)) {
-            numbers.push_back(n);
-        }
-    }
-    std::sort(numbers.begin(), numbers.end());
-    return numbers;
-}
-
-// Appends what missing entries read as.
-void ShowReader::fillGap(std::int32_t length, SetList& entries)
-{
-    if (const EditDataSong* song = songOfId.value(0)) {
-        EditDataSet entry;
-        entry.Song = *song;
-        const std::int32_t count = std::min(length, gapEntriesLeft);
-        entries.insert(entries.end(), static_cast<std::size_t>(count), entry);
-        gapEntriesLeft -= count;
-    }
-}
-
-void writeSongs(SettingsWriter& file, const std::vector<EditDataSong>& songs)
+void writeSongs(QSettings& file, const std::vector<EditDataSong>& songs)
 {
     GroupKeys key(kSongGroup);
     std::int32_t n = 0;
@@ -231,7 +179,7 @@ void writeSongs(SettingsWriter& file, const std::vector<EditDataSong>& songs)
     file.setValue(kSongDataNum, n);
 }
 
-void writeSetList(SettingsWriter& file, GroupKeys& show, const std::vector<EditDataSet>& entries)
+void writeSetList(QSettings& file, const GroupKeys& show, const std::vector<EditDataSet>& entries)
 {
     GroupKeys key(kEntryGroup, show.prefix());
     std::int32_t n = 0;
@@ -247,7 +195,7 @@ void writeSetList(SettingsWriter& file, GroupKeys& show, const std::vector<EditD
     file.setValue(show(kSetNum), n);
 }
 
-void writeShows(SettingsWriter& file, const std::vector<EditDataShow>& shows)
+void writeShows(QSettings& file, const std::vector<EditDataShow>& shows)
 {
     GroupKeys key(kShowGroup);
     std::int32_t n = 0;
@@ -267,13 +215,11 @@ void EditData::readEdit(const QString& path)
     ShowList.clear();
     SongList.clear();
     MaxSongId = 0;
-    readSettingsFile(path, [this](QSettings& file) {
-        // Makes the settings class parse all of the file now: while it has sections that it has not
-        // parsed yet, every look-up searches these as well.
-        file.childKeys();
-        std::vector<EditDataSong> songs = readSongs(file);
-        ShowList = ShowReader(file, songs).readShows();
-        SongList = std::move(songs);
+    readSettingsFile(path, [this](const QSettings& file) {
+        file.childKeys(); // Parses all sections now; otherwise every look-up searches for its
+                          // section.
+        SongList = readSongs(file);
+        ShowList = ShowReader(file, SongList).readShows();
     });
     for (const EditDataSong& song : SongList) {
         MaxSongId = std::max(MaxSongId, song.Id);
@@ -288,8 +234,15 @@ void EditData::writeEdit(const QString& path)
     ShowList.erase(std::remove_if(ShowList.begin(), ShowList.end(),
                                   [](const auto& show) { return show.ShowTitle.isEmpty(); }),
                    ShowList.end());
-    writeSettingsFile(path, [this](SettingsWriter& file) {
-        writeSongs(file, SongList);
-        writeShows(file, ShowList);
-    });
+    // The standard file as it is before this run of the program changes it.
+    static bool isBackedUp = false;
+    const bool isStandard = path == setListFilePath();
+    const bool isWritten = writeSettingsFile(
+        path,
+        [this](QSettings& file) {
+            writeSongs(file, SongList);
+            writeShows(file, ShowList);
+        },
+        isStandard && !isBackedUp ? setListBackupPath() : QString());
+    isBackedUp = isBackedUp || (isStandard && isWritten);
 }

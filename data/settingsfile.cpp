@@ -1,151 +1,216 @@
 // SPDX-License-Identifier: MIT
 #include "settingsfile.h"
 
-#include "datafiles.h"
 #include "serialisedvalues.h"
 
-#include <QFile>
-#include <QSaveFile>
-#include <QTemporaryFile>
+#include <QDataStream>
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QResource>
+#include <QThread>
 
-#include <algorithm>
-#include <array>
+#include <cerrno>
+#include <cstdio>
 #include <optional>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
 
 namespace {
 
-constexpr std::size_t kPieceBytes = 1 << 16;
+constexpr int kLockPatienceMs = 5000;
+constexpr unsigned long kLockPollMs = 5;
 
-// Nothing if the file cannot be read.
+// Sorts after all other keys, so that QSettings writes it last.
+const QString kEndKey = QString(QChar(0xffff)) + QLatin1Char('/') + QChar(0xffff);
+constexpr char kEndMark[] = "\n[%UFFFF]\n%UFFFF=0\n";
+constexpr int kEndMarkSize = sizeof kEndMark - 1;
+
+int uniqueNumber()
+{
+    static int count = 0;
+    return ++count;
+}
+
+// Nothing if there is no such file, or it cannot be read.
 std::optional<QByteArray> contents(const QString& path)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly)) {
         return std::nullopt;
     }
-    return file.readAll();
+    QByteArray content = file.readAll();
+    return file.error() == QFileDevice::NoError ? std::optional(content) : std::nullopt;
 }
 
-// On a disk that gets full, a file can take only a part and tell nobody but by its size.
-bool writeAll(QFileDevice& file, const QByteArray& content)
+// Where a file lies that may be a symbolic link, also one to a file that does not exist yet.
+QString linkTarget(const QString& path)
 {
-    return file.write(content) == content.size() && file.flush() && file.size() == content.size();
+    const QFileInfo file(path);
+    const QString existing = file.canonicalFilePath();
+    return !existing.isEmpty() ? existing : file.isSymLink() ? file.symLinkTarget() : path;
 }
 
-// The old file stays if there is no room for the new one.
-bool replaceContents(const QString& path, const QByteArray& content)
+// A file in memory, under a name of its own, that QSettings can open: a Qt resource.
+class MemoryFile
 {
-    QSaveFile file(path);
-    return file.open(QIODevice::WriteOnly) && writeAll(file, content) && file.commit();
-}
+public:
+    explicit MemoryFile(const QByteArray& content);
+    ~MemoryFile() { QResource::unregisterResource(data(), name); }
+    Q_DISABLE_COPY_MOVE(MemoryFile)
 
-// A file that the settings class can be trusted with: the one at `path`, or else `copy`. An empty
-// name, which reads as no file, if there is no room for the copy.
-QString harmlessFile(const QString& path, QTemporaryFile& copy)
-{
-    const auto harmless = defuseSerialisedValues(contents(path).value_or(QByteArray()));
-    if (!harmless) {
-        return path;
+    [[nodiscard]] QString path() const { return QLatin1Char(':') + name; }
+
+private:
+    [[nodiscard]] const uchar* data() const
+    {
+        return reinterpret_cast<const uchar*>(resource.constData());
     }
-    return copy.open() && writeAll(copy, *harmless) ? copy.fileName() : QString();
-}
 
-// A settings file has one line for each key, besides the headers of its sections.
-struct KeyLines
-{
-    int count = 0;
-    bool isLastWhole = true;
+    QString name = QStringLiteral("/settings/%1").arg(uniqueNumber());
+    QByteArray resource;
 };
 
-// Nothing if the file cannot be read. In pieces on the stack: at a large block, the heap puts
-// together all that the settings class has freed.
-std::optional<KeyLines> keyLines(const QString& path)
+// The layout is that of `rcc -binary`, version 1: a header, a tree of one node, the content.
+MemoryFile::MemoryFile(const QByteArray& content)
+{
+    constexpr qint32 kVersion = 1;
+    constexpr qint32 kTreeOffset = 20;
+    constexpr qint32 kContentOffset = kTreeOffset + 14;
+    resource.reserve(kContentOffset + 4 + content.size());
+    QDataStream out(&resource, QIODevice::WriteOnly);
+    out.writeRawData("qres", 4);
+    out << kVersion << kTreeOffset << kContentOffset << kTreeOffset;
+    out << qint32(0) << qint16(0) << qint16(0) << qint16(0) << qint32(0); // A file without a name.
+    out.writeBytes(content.constData(), static_cast<uint>(content.size()));
+    QResource::registerResource(data(), name);
+}
+
+// Keeps other processes from saving in a directory. The system releases it with the process,
+// however that ends, so no lock is ever left behind.
+class SaveLock
+{
+public:
+    explicit SaveLock(const QString& directory)
+        : fd(::open(QFile::encodeName(directory).constData(), O_RDONLY | O_CLOEXEC))
+    {
+        const QDeadlineTimer end(kLockPatienceMs);
+        while (flock(fd, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK && !isTimedOut) {
+            QThread::msleep(kLockPollMs);
+            isTimedOut = end.hasExpired();
+        }
+    }
+    ~SaveLock() { ::close(fd); }
+    Q_DISABLE_COPY_MOVE(SaveLock)
+
+    // True also where the file system has no locks.
+    [[nodiscard]] bool isHeld() const { return !isTimedOut; }
+
+private:
+    int fd;
+    bool isTimedOut = false;
+};
+
+// Where files are written before they replace those beside it. Removes what a killed process left.
+class StagingDirectory
+{
+public:
+    explicit StagingDirectory(const QString& parent) : dir(parent + QLatin1String("/.velt-save"))
+    {
+        QFile::remove(dir.path()); // A link, which must not be followed.
+        dir.removeRecursively();
+        QDir().mkpath(dir.path());
+    }
+    ~StagingDirectory() { dir.removeRecursively(); }
+    Q_DISABLE_COPY_MOVE(StagingDirectory)
+
+    // A name that QSettings has not seen, and that no process uses where there are no locks.
+    [[nodiscard]] QString freshPath() const
+    {
+        return dir.filePath(QStringLiteral("%1-%2").arg(getpid()).arg(uniqueNumber()));
+    }
+
+private:
+    QDir dir;
+};
+
+// On a full disk a file can take only a part, and its size alone tells.
+bool writeWhole(const QString& path, const QByteArray& content)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
-        return std::nullopt;
-    }
-    KeyLines lines;
-    std::array<char, kPieceBytes> piece;
-    for (qint64 size = 0; (size = file.read(piece.data(), piece.size())) > 0;) {
-        const char* const end = piece.data() + size;
-        for (const char* at = piece.data(); at != end;) {
-            if (lines.isLastWhole && *at != '\n' && *at != '[') {
-                ++lines.count;
-            }
-            at = std::find(at, end, '\n');
-            lines.isLastWhole = at != end;
-            at += lines.isLastWhole ? 1 : 0;
-        }
-    }
-    return lines;
+    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() &&
+           file.flush() && file.size() == content.size();
 }
 
-// True if all keys of a file are in it that has been written with so many keys.
-bool isComplete(const KeyLines& lines, const QSettings& file, int keyCount)
+bool replaceFile(const QString& staged, const QString& path)
 {
-    if (!lines.isLastWhole || lines.count == keyCount) {
-        return lines.isLastWhole;
+    QFile file(staged);
+    if (!file.open(QIODevice::ReadOnly) || fsync(file.handle()) != 0) {
+        return false;
     }
-    // There are keys from before. Such with a slash in front come from damaged files only, and may
-    // share a line with the key that lacks it.
-    const QStringList keys = file.allKeys();
-    return lines.count >= std::count_if(keys.begin(), keys.end(), [](const QString& key) {
-               return !key.startsWith(QLatin1Char('/'));
-           });
+    if (const QFileInfo old(path); old.exists()) {
+        file.setPermissions(old.permissions());
+    }
+    return std::rename(QFile::encodeName(staged).constData(),
+                       QFile::encodeName(path).constData()) == 0;
 }
 
-// When the disk gets full during the last piece of a file, the settings class takes that for a
-// success, and replaces the old file by a part of the new one. This puts back the old one, which
-// stays on the disk while it is open; once it has been read and closed, there is room for it.
-void undoPartialWrite(const QSettings& file, int keyCount, QFile& old)
+void makeBackup(const QByteArray& content, const QString& path)
 {
-    const QString path = file.fileName();
-    const auto written = keyLines(path);
-    if (!written || isComplete(*written, file, keyCount)) {
-        return;
+    const StagingDirectory staging(QFileInfo(path).path());
+    const QString staged = staging.freshPath();
+    if (writeWhole(staged, content)) {
+        replaceFile(staged, path);
     }
-    if (old.isOpen()) {
-        const QByteArray content = old.readAll();
-        const bool isWhole = content.size() == old.size();
-        old.close();
-        if (isWhole) { // Nothing read is worse than a part of the new one.
-            replaceContents(path, content);
-        }
-    } else {
-        QFile::remove(path);
-    }
+}
+
+// QSettings takes a disk that gets full in the last piece of a file for a success. The file is
+// whole if the end mark is there, which is cut off.
+bool cutEndMark(const QString& path)
+{
+    QFile file(path);
+    const qint64 size = file.size() - kEndMarkSize;
+    return file.open(QIODevice::ReadWrite) && file.seek(size) && file.readAll() == kEndMark &&
+           file.resize(size);
+}
+
+bool writeValues(const QString& path, const std::function<void(QSettings&)>& fill)
+{
+    QSettings file(path, QSettings::IniFormat);
+    fill(file);
+    file.setValue(kEndKey, 0);
+    file.sync();
+    return file.status() != QSettings::AccessError && cutEndMark(path);
 }
 
 } // namespace
 
-void readSettingsFile(const QString& path, const std::function<void(QSettings&)>& take)
+void readSettingsFile(const QString& path, const std::function<void(const QSettings&)>& take)
 {
-    QTemporaryFile copy;
-    QSettings file(harmlessFile(path, copy), QSettings::IniFormat);
-    take(file);
+    const MemoryFile copy(escapeSerialisedValues(contents(path).value_or(QByteArray())));
+    take(QSettings(copy.path(), QSettings::IniFormat));
 }
 
-void writeSettingsFile(const QString& path, const std::function<void(SettingsWriter&)>& fill)
+bool writeSettingsFile(const QString& path, const std::function<void(QSettings&)>& fill,
+                       const QString& backupPath)
 {
-    removeAbandonedLock(path);
-    if (const auto harmless = defuseSerialisedValues(contents(path).value_or(QByteArray()))) {
-        if (!replaceContents(path, *harmless)) {
-            return;
-        }
+    const QString target = linkTarget(path);
+    const QString directory = QFileInfo(target).path();
+    QDir().mkpath(directory);
+    const SaveLock lock(directory);
+    if (!lock.isHeld()) {
+        return false;
     }
-    QFile old(path);
-    old.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
-    QSettings file(path, QSettings::IniFormat);
-    // Values that cannot be written would stay in the settings class's cache, where the next
-    // reading would take them for the file's, and write them.
-    if (!file.isWritable()) {
-        return;
+    const auto old = contents(target);
+    if (const QFileInfo file(target); file.exists() && !(old && file.isWritable())) {
+        return false;
     }
-    SettingsWriter writer(file);
-    fill(writer);
-    file.sync();
-    if (file.status() != QSettings::AccessError) {
-        undoPartialWrite(file, writer.keyCount(), old);
+    if (old && !backupPath.isEmpty()) {
+        makeBackup(*old, backupPath);
     }
+    const StagingDirectory staging(directory);
+    const QString staged = staging.freshPath();
+    return (!old || writeWhole(staged, escapeSerialisedValues(*old))) &&
+           writeValues(staged, fill) && replaceFile(staged, target);
 }

@@ -5,33 +5,24 @@
 
 #include <functional>
 
-// How the program's INI files are read and written through the toolkit's settings class, so that
-// neither a damaged file nor a full disk does harm. Main thread only.
+// Reads and writes the program's INI files with QSettings, so that neither a damaged file, a full
+// disk nor a killed program does harm. Main thread only.
+//
+// QSettings keeps what it reads and sets in a cache by path, also what it could not write. So it
+// gets only paths that were never used before: it reads a copy in memory and writes a staged copy
+// beside the file, which then replaces the file.
 
-// Reads an INI file: `take` gets the values. A file that is missing or cannot be read reads as one
-// without keys; a serialised value that is no colour reads as text. The file is neither written nor
-// created.
-void readSettingsFile(const QString& path, const std::function<void(QSettings&)>& take);
+// Reads an INI file as it is on the disk: `take` gets the values. A file that is missing or cannot
+// be read reads as one without keys; a serialised value that is no colour reads as text.
+void readSettingsFile(const QString& path, const std::function<void(const QSettings&)>& take);
 
-// Takes the values of a file that is written; each key once.
-class SettingsWriter
-{
-public:
-    explicit SettingsWriter(QSettings& settings) : file(settings) {}
-
-    void setValue(const QString& key, const QVariant& value)
-    {
-        file.setValue(key, value);
-        ++keys;
-    }
-    [[nodiscard]] int keyCount() const { return keys; }
-
-private:
-    QSettings& file;
-    int keys = 0;
-};
-
-// Writes an INI file: `fill` sets the values, and they are on the disk on return. Keys that `fill`
-// does not set stay in the file. Failures are silent and leave the old values in the file, also on
-// a disk that gets full. May wait for a live process that is writing the same file.
-void writeSettingsFile(const QString& path, const std::function<void(SettingsWriter&)>& fill);
+// Writes an INI file: `fill` sets the values. Returns true if the file now has them; otherwise it
+// is as it was. Keys that `fill` does not set stay in the file, and so do its permissions; of
+// a symbolic link, the target is replaced. Creates the directory. A file at `path` is first copied
+// to `backupPath`, if that is not empty; a copy that fails stops nothing.
+//
+// Waits for another process that saves in the same directory, up to some seconds. A process that is
+// killed at any time leaves the old file or the new one, and nothing that the next save in the
+// directory does not remove.
+bool writeSettingsFile(const QString& path, const std::function<void(QSettings&)>& fill,
+                       const QString& backupPath = {});

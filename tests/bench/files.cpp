@@ -11,8 +11,8 @@
 
 namespace {
 
-constexpr Target kReadTarget{1.4};
-constexpr Target kWriteTarget{1.15};
+constexpr Target kReadTarget{1.2};
+constexpr Target kWriteTarget{1.2};
 constexpr Target kGrowthTarget{1.2}; // More than linear.
 constexpr int kLargest = 100'000;
 

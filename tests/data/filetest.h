@@ -6,12 +6,11 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-// Base of the tests of files. The settings class answers from a cache by path, so that only the
-// bytes, or a copy under a path of its own, tell what is on the disk.
+// Base of the tests of files.
 class FileTest : public TestCase
 {
 protected:
-    // Values that each end a program whose settings class meets them, in spellings it understands.
+    // Each ends a program that gives it to QSettings.
     const QByteArray kHarmfulValues =
         "A=@Variant(\\0\\0\\0\\x47\\x7f\\xff\\xff\\xff)\n"
         "B= \"@Va\"r\\x69\\q\\\r\n\"\\141nt(\\0\\0\\0G\\x7f\\xff\\xff\\xff)\"\n"

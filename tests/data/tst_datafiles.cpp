@@ -5,8 +5,6 @@
 #include "editdata.h"
 #include "filetest.h"
 
-#include <QDateTime>
-#include <QElapsedTimer>
 #include <QFileInfo>
 
 // The preference file and the geometry file, and what holds for all files.
@@ -23,30 +21,6 @@ private slots:
         QCOMPARE(displayStatusFilePath(), home + QLatin1String("DispStatus.ini"));
         writeDisplayStatus(displayStatusFilePath(), {});
         QVERIFY(QFileInfo::exists(displayStatusFilePath()));
-    }
-
-    void onlyAbandonedLocksAreRemoved()
-    {
-        const QString path = freshPath();
-        QFile lock(path + QLatin1String(".lock"));
-        const auto makeLock = [&lock](const QByteArray& content, int ageSeconds) {
-            lock.open(QIODevice::WriteOnly | QIODevice::Unbuffered);
-            lock.write(content);
-            lock.setFileTime(QDateTime::currentDateTime().addSecs(-ageSeconds),
-                             QFileDevice::FileModificationTime);
-            lock.close();
-        };
-        makeLock("1\nvelt\n", 10);
-        removeAbandonedLock(path);
-        QVERIFY(lock.exists());
-        for (const int ageSeconds : {0, 10, -100}) { // The clock may have been set back since.
-            makeLock({}, ageSeconds);
-            QElapsedTimer timer;
-            timer.start();
-            writeDisplayStatus(path, {});
-            QVERIFY(timer.elapsed() < 5'000); // The settings class would have waited for 30 s.
-            QVERIFY(bytes(path).contains("Width=500") && !lock.exists());
-        }
     }
 
     void readsAndWritesPreferences()
@@ -95,8 +69,10 @@ private slots:
                                      kHarmfulValues));
         QVERIFY(data.Mode == 0 && !data.ShowKeyButton && !data.ArrowKeyMode);
         QVERIFY(data.NoteLocate == 0 && data.MidiInPort.isEmpty() && data.DeviceId.isEmpty());
-        for (const char* text : {"", "nothing", "#zz", "1, 2", "@Invalid()", "@Rect(1 2 3 4)",
-                                 R"(@Variant(\0\0\0\x43))", "@Variant(x", "777777777777"}) {
+        for (const char* text :
+             {"", "nothing", "#zz", "1, 2", "@Invalid()", "@Rect(1 2 3 4)",
+              R"(@Variant(\0\0\0\x43))", R"(@Variant(\0\0\0\x43\x9\xff\xff\0\0\0\0\0\0\0\0))",
+              "@Variant(x", "777777777777"}) {
             data.readPreference(fileWith(
                 QByteArray("[General]\nNextTextColor=#12ab34\nSendTextColor=") + text + '\n'));
             QVERIFY2(!data.SendTextColor.isValid(), text);

@@ -2,10 +2,6 @@
 #include "editdata.h"
 #include "filetest.h"
 
-#include <csignal>
-
-#include <sys/resource.h>
-
 // What a set list shows: the titles of songs, and the names of spaces in brackets.
 static QString titles(const EditDataShow& show)
 {
@@ -99,9 +95,9 @@ private slots:
         using Case = std::tuple<QByteArray, std::size_t, std::size_t>; // Entries of the last show.
         for (const auto& [content, songs, entries] :
              {Case("SongDataNum=2147483647\nShowDataNum=2147483647\n", 100'000, 0),
-              Case("SongDataNum=-1\n" + shows, 0, 1), // The space.
-              // Of the song with Id 0, too: one of its own and the two that the first show left.
-              Case("SongDataNum=1\n" + shows, 1, 1 + 2 + 1),
+              Case("SongDataNum=-1\nShowDataNum=1\n[ShowData1]\n" + show, 0, 1), // The space.
+              Case("SongDataNum=1\nShowDataNum=1\n[ShowData1]\n" + show, 1, 100'000),
+              Case("SongDataNum=1\n" + shows, 1, 2), // What the first show left to be missing.
               Case("SongDataNum=1, 2\nShowDataNum=@Invalid()\n", 0, 0),
               Case({"\x7f\x45LF\0\0=\n[\n]\n=\n\\x\n[a]b\n\0", 22}, 0, 0),
               Case("SongDataNum=1\n" + kHarmfulValues, 1, 0)}) {
@@ -115,36 +111,6 @@ private slots:
             data.writeEdit(path);
             data.readEdit(fileWith(bytes(path)));
             QCOMPARE(data.SongList.at(0).SongTitle, QStringLiteral("One"));
-        }
-    }
-
-    void failedWriteKeepsOldFile()
-    {
-        std::signal(SIGXFSZ, SIG_IGN);
-        rlimit limit{}; // The largest size of a file: writing beyond it fails as on a full disk.
-        getrlimit(RLIMIT_FSIZE, &limit);
-        const QString old = fileWith("[General]\nSongDataNum=0\n");
-        // A part that ends with a line, and has as many lines as keys are written, and more.
-        QByteArray manyKeys = "[General]\nSongDataNum=0\n[Old]\n";
-        for (char key = 'a'; key <= 'g'; ++key) {
-            manyKeys += key + QByteArray("=") + QByteArray(40, key) + '\n';
-        }
-        const rlim_t lines = manyKeys.size() + sizeof "ShowDataNum=0\n\n\n[SongData1]\nBar=0";
-        using Case = std::pair<QString, rlim_t>;
-        for (const auto& [path, bytesFree] :
-             {Case(old + "/below-a-file.ini", RLIM_INFINITY), Case(old, 0), Case(old, 300),
-              Case(freshPath(), 300), Case(fileWith(manyKeys), lines)}) {
-            const bool existed = QFile::exists(path);
-            const QByteArray before = bytes(path);
-            EditData data;
-            data.SongList = {{1, QString(300, QLatin1Char('a')), {}, 0, 0}, {}};
-            const rlimit tight{bytesFree, limit.rlim_max};
-            setrlimit(RLIMIT_FSIZE, &tight);
-            data.writeEdit(path);
-            setrlimit(RLIMIT_FSIZE, &limit);
-            QCOMPARE(bytes(path), before);
-            QCOMPARE(QFile::exists(path), existed);
-            QCOMPARE(data.SongList.size(), 1U); // The untitled one goes all the same.
         }
     }
 };

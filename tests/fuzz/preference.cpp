@@ -8,8 +8,8 @@
 
 #include <tuple>
 
-// A preference file: the settings class meets none of the values that it must not believe, and what
-// is read can be saved, into the same file and into a new one, and read again.
+// A preference file: QSettings meets no serialised values but colours, and what is read can be
+// saved, into the same file and into a new one, and read again.
 
 namespace {
 
@@ -29,12 +29,8 @@ void checkIsHarmless(const QVariant& value)
     switch (value.userType()) {
     case QMetaType::UnknownType: // "@Invalid()"
     case QMetaType::QString:
-    case QMetaType::QByteArray:
     case QMetaType::QStringList:
     case QMetaType::QColor:
-    case QMetaType::QRect:
-    case QMetaType::QSize:
-    case QMetaType::QPoint:
         break;
     case QMetaType::QVariantList:
         for (const QVariant& member : value.toList()) {

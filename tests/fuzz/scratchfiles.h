@@ -7,8 +7,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-// The files of one input, gone with the object. Each has a name that was never used before, since
-// the settings class answers from a cache by name.
+// The files of one input, removed with the object.
 class ScratchFiles
 {
 public:

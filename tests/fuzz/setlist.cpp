@@ -40,8 +40,8 @@ bool isSame(const EditData& a, const EditData& b)
            std::tie(b.SongList, b.ShowList, b.MaxSongId);
 }
 
-// The data with what follows from its songs made anew: the highest Id, and the songs of entries,
-// each the first of its Id. Entries without a song are gone.
+// The data with what follows from its songs: the highest Id, and the songs of entries, each the
+// first with its Id, without the entries that have none.
 EditData consistent(EditData data)
 {
     QHash<std::int32_t, const EditDataSong*> firstOfId;
