@@ -199,7 +199,7 @@ void EditDialog::saveChanges()
     if (!isVisible()) {
         return;
     }
-    commitOpenCell();
+    storeOpenCell();
     if (isChanged) {
         save();
     }

@@ -173,4 +173,4 @@ void KilledSavesTest::filesAreWholeAfterEachKill()
 }
 
 VELT_TEST_MAIN(KilledSavesTest)
-#include "killedsaves.moc"
+#include "tst_killedsaves.moc"
