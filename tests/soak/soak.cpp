@@ -191,8 +191,8 @@ void Soak::longShow()
     const int locates =
         std::max(kModes * kLeastInShow, qEnvironmentVariableIntValue("VELT_SOAK_LOCATES"));
     const int rounds = locates >= kLongLocates ? kLongRounds : 1;
-    qint64 memory = 0;
-    qint64 heap = 0;
+    [[maybe_unused]] qint64 memory = 0;
+    [[maybe_unused]] qint64 heap = 0;
     int handles = 0;
     for (int round = 0; round < rounds; ++round) {
         for (int mode = 0; mode < kModes; ++mode) {
