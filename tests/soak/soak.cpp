@@ -163,6 +163,7 @@ private:
     EditData randomShow(int mode);
     void playShow(int mode, int locates);
     void step(WindowDriver& velt, Expected& expected);
+    void move(WindowDriver& velt, Expected& expected, int rows);
     void note(bool isOn, int pitch);
 
     QRandomGenerator random{kSeed};
@@ -288,13 +289,7 @@ void Soak::step(WindowDriver& velt, Expected& expected)
         note(false, random.bounded(2) ? kEndOfSongNote : 36);
         finishClick("DAW STOP");
     } else if (action < 11) { // Song DOWN and UP
-        const bool isDown = action < 10;
-        expected.move(isDown ? 1 : -1);
-        if (random.bounded(2)) {
-            note(true, isDown ? kDownNote : kUpNote);
-        } else {
-            QTest::keyClick(velt.table, isDown ? Qt::Key_Down : Qt::Key_Up);
-        }
+        move(velt, expected, action < 10 ? 1 : -1);
     } else if (action < 13) { // DAW PLAY and DAW STOP
         const bool isPlay = action == 11;
         expected.press(isPlay);
@@ -318,6 +313,16 @@ void Soak::step(WindowDriver& velt, Expected& expected)
     QCOMPARE(velt.rowMarks(), expected.rowMarks());
     QCOMPARE(velt.selectedRow(), expected.selected);
     QCOMPARE(velt.isRunning(), expected.running);
+}
+
+void Soak::move(WindowDriver& velt, Expected& expected, int rows)
+{
+    expected.move(rows);
+    if (random.bounded(2)) {
+        note(true, rows > 0 ? kDownNote : kUpNote);
+    } else {
+        QTest::keyClick(velt.table, rows > 0 ? Qt::Key_Down : Qt::Key_Up);
+    }
 }
 
 // Plays a note into both inputs and waits until the window has acted on it.
