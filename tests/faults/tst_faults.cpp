@@ -50,7 +50,8 @@ private:
 void setDirectoriesInTheWay(bool on)
 {
     for (const QString& path : {setListFilePath(), preferenceFilePath()}) {
-        QVERIFY(on ? QFile::remove(path) && QDir().mkdir(path) : QDir().rmdir(path));
+        QVERIFY(on ? QFile::remove(path) : QDir().rmdir(path));
+        QCOMPARE(on && QDir().mkdir(path), on);
     }
 }
 

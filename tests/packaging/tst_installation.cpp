@@ -5,7 +5,6 @@
 #include <QProcess>
 #include <QSettings>
 #include <QTemporaryDir>
-#include <QXmlStreamReader>
 
 // What an installation puts where, and that its parts fit together.
 class TestInstallation : public TestCase
@@ -17,7 +16,6 @@ private slots:
     void menuEntriesStartWhatIsThere_data();
     void menuEntriesStartWhatIsThere();
     void filesAreThere();
-    void macBundleDescribesTheProgram();
     void versionIsTheSameEverywhere_data();
     void versionIsTheSameEverywhere();
 
@@ -87,28 +85,6 @@ void TestInstallation::filesAreThere()
     rehearsal.start(installed("bin/velt-rehearsal"), {"--help"});
     QVERIFY(rehearsal.waitForFinished());
     QCOMPARE(rehearsal.exitCode(), 0); // Finds its libraries.
-}
-
-void TestInstallation::macBundleDescribesTheProgram()
-{
-    QXmlStreamReader xml(textOf(BUILD "/packaging/Info.plist"));
-    QMap<QString, QString> values;
-    QVERIFY(xml.readNextStartElement() && xml.name() == "plist");
-    QVERIFY(xml.readNextStartElement() && xml.name() == "dict");
-    while (xml.readNextStartElement()) {
-        QCOMPARE(xml.name().toString(), "key");
-        const QString key = xml.readElementText();
-        QVERIFY(xml.readNextStartElement());
-        const QString type = xml.name().toString();
-        const QString text = xml.readElementText();
-        values[key] = type == "string" ? text : type;
-    }
-    QVERIFY2(!xml.hasError(), qPrintable(xml.errorString()));
-    QCOMPARE(values["CFBundleIdentifier"], "org.veltshow.velt");
-    QCOMPARE(values["CFBundleShortVersionString"], VERSION);
-    QCOMPARE(values["NSHighResolutionCapable"], "true");
-    QVERIFY(!values["NSAppleEventsUsageDescription"].isEmpty());
-    QVERIFY(QFile::exists(SOURCES "/packaging/macos/" + values["CFBundleIconFile"]));
 }
 
 void TestInstallation::versionIsTheSameEverywhere_data()

@@ -111,7 +111,7 @@ void TestShow::footSwitchThroughTheShow()
 {
     ShowDesk desk;
     for (int i = 0; i < 3; ++i) {
-        desk.velt.window.midiReconnect(); // Adds no second connection.
+        desk.confirmPreferences(); // Adds no second connection.
     }
     desk.daw->press("note 31"); // LOCATE
     QTRY_COMPARE_WITH_TIMEOUT(desk.daw->count("located bar 12"), 1, ShowDesk::kPatienceMs);

@@ -97,24 +97,23 @@ private:
             }
             return typed;
         };
-        switch (mode) {
-        case kModeProToolsBars:
-            keys += Events{Recording::pause(100000)} +
-                    Recording::presses(kDaw,
-                                       QVector<int>{0x51} + digits(song.Bar) + QVector<int>{0x4C});
-            break;
-        case kModeProToolsMarker:
-            keys += Recording::presses(kDaw, QVector<int>{0x41} + digits(song.Marker) +
-                                                 QVector<int>{0x41});
-            break;
-        case kModeStudioOneBars:
-            keys += Recording::press(kDaw, 0x11, Recording::kCommand) +
-                    Recording::presses(kDaw, digits(song.Bar) + QVector<int>{0x24});
-            break;
-        default:
-            keys += Recording::press(kDaw, 0x29, Recording::kCommand) +
-                    Recording::presses(kDaw, digits(song.Marker) + QVector<int>{0x4C});
+        struct Keys
+        {
+            int opener;
+            quint64 flags;
+            int closer;
+        };
+        static constexpr Keys kOfModes[] = {{0x51, 0, 0x4C},
+                                            {0x41, 0, 0x41},
+                                            {0x11, Recording::kCommand, 0x24},
+                                            {0x29, Recording::kCommand, 0x4C}};
+        const Keys& own = kOfModes[mode];
+        if (mode == kModeProToolsBars) {
+            keys += Recording::pause(100000);
         }
+        keys += Recording::press(kDaw, own.opener, own.flags) +
+                Recording::presses(kDaw, digits(mode % 2 == 0 ? song.Bar : song.Marker)) +
+                Recording::press(kDaw, own.closer);
         ++locates;
         sent = row;
         next = row + 1;
@@ -164,6 +163,7 @@ private:
     EditData randomShow(int mode);
     void playShow(int mode, int locates);
     void step(WindowDriver& velt, Expected& expected);
+    void move(WindowDriver& velt, Expected& expected, int rows);
     void note(bool isOn, int pitch);
 
     QRandomGenerator random{kSeed};
@@ -191,8 +191,8 @@ void Soak::longShow()
     const int locates =
         std::max(kModes * kLeastInShow, qEnvironmentVariableIntValue("VELT_SOAK_LOCATES"));
     const int rounds = locates >= kLongLocates ? kLongRounds : 1;
-    qint64 memory = 0;
-    qint64 heap = 0;
+    [[maybe_unused]] qint64 memory = 0;
+    [[maybe_unused]] qint64 heap = 0;
     int handles = 0;
     for (int round = 0; round < rounds; ++round) {
         for (int mode = 0; mode < kModes; ++mode) {
@@ -276,62 +276,35 @@ void Soak::step(WindowDriver& velt, Expected& expected)
         QTRY_VERIFY(!velt.button(name)->isDown());
     };
     const int action = random.bounded(16);
-    switch (action) {
-    case 0:
-    case 1: // LOCATE by foot switch
+    if (action < 2) { // LOCATE by foot switch
         expected.locate();
         note(true, kLocateNote);
         finishClick("LOCATE");
-        break;
-    case 2: // by mouse
+    } else if (action < 3) { // by mouse
         expected.locate();
         velt.press("LOCATE");
-        break;
-    case 3:
-    case 4:
-    case 5:
-    case 6: { // AutoLocate and AutoStop
+    } else if (action < 7) { // AutoLocate and AutoStop
         velt.mode->setCurrentIndex(1 + random.bounded(2));
         expected.endOfSong(velt.mode->currentText() == "AutoStop");
         note(false, random.bounded(2) ? kEndOfSongNote : 36);
         finishClick("DAW STOP");
-        break;
-    }
-    case 7:
-    case 8:
-    case 9: // Song DOWN and UP
-    case 10: {
-        const bool isDown = action < 10;
-        expected.move(isDown ? 1 : -1);
-        if (random.bounded(2)) {
-            note(true, isDown ? kDownNote : kUpNote);
-        } else {
-            QTest::keyClick(velt.table, isDown ? Qt::Key_Down : Qt::Key_Up);
-        }
-        break;
-    }
-    case 11:
-    case 12: { // DAW PLAY and DAW STOP
+    } else if (action < 11) { // Song DOWN and UP
+        move(velt, expected, action < 10 ? 1 : -1);
+    } else if (action < 13) { // DAW PLAY and DAW STOP
         const bool isPlay = action == 11;
         expected.press(isPlay);
         note(true, isPlay ? kPlayNote : kStopNote);
         finishClick(isPlay ? "DAW PLAY" : "DAW STOP");
-        break;
-    }
-    case 13: // a key of the keyboard that is sent on
+    } else if (action < 14) { // a key of the keyboard that is sent on
         expected.type(0x52);
         QTest::keyClick(velt.table, Qt::Key_0);
         finishClick("Key 0");
-        break;
-    case 14: // back to the top
+    } else if (action < 15) { // back to the top
         expected.move(-1000);
         velt.select(0);
-        break;
-    default:
-        if (expected.running) {
-            expected.reset();
-            velt.press("Reset");
-        }
+    } else if (expected.running) {
+        expected.reset();
+        velt.press("Reset");
     }
     QCOMPARE(Recording::takeEvents(), expected.keys);
     expected.keys.clear();
@@ -340,6 +313,16 @@ void Soak::step(WindowDriver& velt, Expected& expected)
     QCOMPARE(velt.rowMarks(), expected.rowMarks());
     QCOMPARE(velt.selectedRow(), expected.selected);
     QCOMPARE(velt.isRunning(), expected.running);
+}
+
+void Soak::move(WindowDriver& velt, Expected& expected, int rows)
+{
+    expected.move(rows);
+    if (random.bounded(2)) {
+        note(true, rows > 0 ? kDownNote : kUpNote);
+    } else {
+        QTest::keyClick(velt.table, rows > 0 ? Qt::Key_Down : Qt::Key_Up);
+    }
 }
 
 // Plays a note into both inputs and waits until the window has acted on it.

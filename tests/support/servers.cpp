@@ -51,12 +51,13 @@ bool Server::start(const QString& program, const QStringList& arguments,
 
 void Server::stop()
 {
+    constexpr int kStopMs = 20000; // A busy machine takes its time.
     if (!isRunning()) {
         return;
     }
     suspend(false);
     process.terminate();
-    if (!process.waitForFinished(5000)) {
+    if (!process.waitForFinished(kStopMs)) {
         kill();
     }
 }
@@ -83,12 +84,12 @@ JackServer::JackServer() : name(QStringLiteral("velt%1").arg(QCoreApplication::a
 
 JackServer::~JackServer()
 {
+    stop();
     // A killed server keeps its place among the eight that a machine can have, until one of the
     // same name ends in order.
-    if (process.exitStatus() == QProcess::CrashExit && !isRunning()) {
-        startNamed();
+    if (process.exitStatus() == QProcess::CrashExit && startNamed()) {
+        stop();
     }
-    stop();
     // Semaphores of clients that a killed server could not say goodbye to.
     QDir memory(QStringLiteral("/dev/shm"));
     for (const QString& left : memory.entryList({QStringLiteral("jack_sem.*_%1_*").arg(name)})) {

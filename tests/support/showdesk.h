@@ -2,6 +2,7 @@
 #pragma once
 
 #include "desktop.h"
+#include "qmidiin.h"
 #include "standin.h"
 #include "windowdriver.h"
 
@@ -28,6 +29,7 @@ struct ShowDesk
     {
         velt.window.setGeometry(20, 40, 500, 600);
         velt.window.activateWindow();
+        awaitMidi();
     }
 
     // What confirmed preferences do: everything is looked up and opened again.
@@ -35,6 +37,20 @@ struct ShowDesk
     {
         velt.window.setPreferenceData();
         velt.window.midiReconnect();
+        awaitMidi();
+    }
+    // A connection that was just made may lose its first notes: plays one that does nothing.
+    void awaitMidi()
+    {
+        if (!velt.controllerIn->isPortOpen()) {
+            return;
+        }
+        int received = 0;
+        const auto counting = QObject::connect(velt.controllerIn, &QMidiIn::midiMessageReceived,
+                                               &velt.window, [&received] { ++received; });
+        QTRY_VERIFY_WITH_TIMEOUT((daw->press("note 127"), received > 0), kPatienceMs);
+        QObject::disconnect(counting);
+        daw->forget();
     }
     void locate(int row)
     {
