@@ -39,7 +39,7 @@ start_midi() {
     await 10 compgen -G "/dev/shm/jack_${JACK_DEFAULT_SERVER}_*"
 }
 start_display() {
-    start xvfb Xvfb -displayfd 3 -screen 0 "$screen" -nolisten tcp -noreset 3>"$out/display"
+    start xvfb Xvfb -displayfd 3 -screen 0 "$screen" -dpi 96 -nolisten tcp -noreset 3>"$out/display"
     await 10 test -s "$out/display"
     DISPLAY=:$(cat "$out/display")
     export DISPLAY
