@@ -13,10 +13,10 @@ namespace {
 const Bytes kMmcStop{0xF0, 0x7F, 0x7F, 0x06, 0x01, 0xF7};
 const Bytes kMmcPlay{0xF0, 0x7F, 0x7F, 0x06, 0x02, 0xF7};
 
-// The library gives a dead server a second for each port, and we ten to one that stands still.
+// RtMidi gives a dead server a second for each port; a stalled one gets two.
 bool isBounded(const std::function<void()>& act)
 {
-    constexpr qint64 kBoundedMs = 12000;
+    constexpr qint64 kBoundedMs = 5000;
     QElapsedTimer timer;
     timer.start();
     act();
@@ -25,7 +25,7 @@ bool isBounded(const std::function<void()>& act)
 
 void sendMany(QMidiOut& out)
 {
-    for (int i = 0; i < 2000; ++i) { // The library would hang at the 1,638th.
+    for (int i = 0; i < 2000; ++i) { // RtMidi would hang at the 1,638th.
         out.sendRawMessage(kMmcStop);
     }
 }
