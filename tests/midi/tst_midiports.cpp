@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "blockedoutput.h"
 #include "midipeer.h"
 #include "qmidiin.h"
 #include "qmidimessage.h"
@@ -153,6 +154,68 @@ private slots:
         in.reset();
         QCoreApplication::processEvents();
         QCOMPARE(received, kNotes);
+    }
+
+    void goesOnWhileItsOutputIsBlocked_data()
+    {
+        QTest::addColumn<BlockedOutput::Kind>("kind");
+        QTest::newRow("full pipe") << BlockedOutput::FullPipe;
+        QTest::newRow("paused terminal") << BlockedOutput::PausedTerminal;
+        QTest::newRow("terminal that is not read") << BlockedOutput::FullTerminal;
+    }
+    void goesOnWhileItsOutputIsBlocked()
+    {
+        constexpr int kNotes = 200;
+        QFETCH(BlockedOutput::Kind, kind);
+        PeerSource source;
+        PeerSink sink;
+        QMidiIn in;
+        QMidiOut out;
+        int received = 0;
+        connect(&in, &QMidiIn::midiMessageReceived, this, [&] { ++received; });
+        in.openPort(PeerSource::port());
+        openByName(out, PeerSink::port());
+        settle();
+        QMidiMessage note;
+        note.setStatus(MIDI_NOTE_ON);
+        std::cout.rdbuf(screen);
+        bool allCame = false;
+        bool isNonBlocking = true;
+        QByteArray traced;
+        {
+            BlockedOutput blocked(kind);
+            for (int i = 0; i < kNotes; ++i) {
+                source.send(numberedNote(i));
+                out.sendMessage(&note);
+            }
+            allCame = QTest::qWaitFor(
+                [&] { return received == kNotes && sink.received().size() == kNotes; });
+            blocked.resume();
+            source.send({0x99, 36, 100});
+            (void)QTest::qWaitFor([&] { return received == kNotes + 1; });
+            traced = blocked.read();
+            isNonBlocking = BlockedOutput::isNonBlocking();
+        }
+        std::cout.rdbuf(output.rdbuf());
+        QVERIFY(allCame);
+        QVERIFY2(traced.contains("Byte 0 = 153, Byte 1 = 36, Byte 2 = 100, stamp = "), traced);
+        QVERIFY(!isNonBlocking);
+    }
+
+    void appearUnderTheirNames()
+    {
+        PeerSource source;
+        PeerSink sink;
+        QMidiIn in;
+        QMidiOut out;
+        in.openPort(PeerSource::port());
+        openByName(out, PeerSink::port());
+        QVERIFY(out.getPorts().contains("RtMidi Input Client:RtMidi Input"));
+        QVERIFY(in.getPorts().contains("RtMidi Output Client:RtMidi Output"));
+        in.closePort();
+        out.closePort();
+        QVERIFY(out.getPorts().filter("RtMidi Input Client").isEmpty());
+        QVERIFY(in.getPorts().filter("RtMidi Output Client").isEmpty());
     }
 
     void sendsWhatItIsGivenWhileOpenOnly()
