@@ -99,7 +99,6 @@ MidiInput::MidiInput(std::string ofClient, std::string ofPort, RtMidiIn::RtMidiC
                      void* userData)
     : MidiPort(std::move(ofClient), std::move(ofPort)), receive(callback), receiver(userData)
 {
-    hasBackEnd();
 }
 
 void MidiInput::openPort(const QString& name)
@@ -129,7 +128,6 @@ MidiPort::BackEnd MidiInput::construct(const std::string& client)
 MidiOutput::MidiOutput(std::string ofClient, std::string ofPort)
     : MidiPort(std::move(ofClient), std::move(ofPort))
 {
-    hasBackEnd();
 }
 
 bool MidiOutput::send(const std::vector<unsigned char>& bytes)

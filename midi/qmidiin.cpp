@@ -11,6 +11,7 @@ QMidiIn::QMidiIn(QObject* parent)
     : QObject(parent), MidiInput("RtMidi Input Client", "RtMidi Input", callback, this)
 {
     qRegisterMetaType<QMidiMessage*>();
+    hasBackEnd(); // Only now: its thread may use all members.
 }
 
 QMidiIn::~QMidiIn()

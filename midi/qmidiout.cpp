@@ -22,6 +22,7 @@ std::vector<unsigned char> noteBytes(QMidiStatus status, std::uint32_t channel, 
 QMidiOut::QMidiOut(QObject* parent)
     : QObject(parent), MidiOutput("RtMidi Output Client", "RtMidi Output")
 {
+    hasBackEnd();
 }
 
 void QMidiOut::sendNoteOn(std::uint32_t channel, std::uint32_t pitch, std::uint32_t velocity)
