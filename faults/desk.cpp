@@ -197,11 +197,6 @@ int Velt::answers()
     return ms;
 }
 
-int Velt::messagesSent() const
-{
-    return bytesOf(logs.filePath(QStringLiteral("err"))).count("send message 240");
-}
-
 Desk::Desk()
 {
     require(jack.isRunning(), jack.why());

@@ -58,7 +58,6 @@ public:
 
     // Milliseconds until it has handled all events so far; throws if it takes more than kAnswerMs.
     int answers();
-    int messagesSent() const; // As its trace says.
 
     static constexpr int kAnswerMs = 2000;
 

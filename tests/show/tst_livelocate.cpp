@@ -61,7 +61,6 @@ private slots:
     void costsItsPauses();
     void looksAsItShould();
     void dawDiesAndComesBack();
-    void midiServerDiesAndComesBack();
     void dawThatReadsNothing();
 
 private:
@@ -258,59 +257,6 @@ void TestLiveLocate::dawDiesAndComesBack()
     op.press("LOCATE");
     QTRY_COMPARE(daw->count("located bar 105"), 1);
     QCOMPARE(daw->count(kMmcStop), 1);
-}
-
-void TestLiveLocate::midiServerDiesAndComesBack()
-{
-    const WindowManager windowManager(true);
-    if (windowManager.isMissing) {
-        QSKIP("openbox is not installed");
-    }
-    auto daw = std::make_unique<StandIn>("Pro Tools");
-    QVERIFY(daw->isReady());
-    Operator op(liveData(0));
-    op.press("LOCATE");
-    jack->kill();
-    expectWarning("JACK server does not answer");
-    QElapsedTimer timer;
-    timer.start();
-    op.press("LOCATE"); // Keys need no MIDI.
-    QTRY_COMPARE(daw->count("located bar 12"), 2);
-    op.press("DAW STOP");
-    QVERIFY(timer.elapsed() < 5000);
-    {
-        ModalScript script;
-        for (const auto& [title, text] :
-             {std::pair{"Midi In Open Error",
-                        "MidiInJack::openVirtualPort: JACK error creating virtual port"},
-              {"Shortcut Midi In Open Error",
-               "MidiInJack::openVirtualPort: JACK error creating virtual port"},
-              {"Midi Out Open Error",
-               "MidiOutJack::openVirtualPort: JACK error creating virtual port"}}) {
-            script.answer({QMessageBox::Critical, title, text, QMessageBox::Ok}, QMessageBox::Ok);
-        }
-        op.window.midiReconnect();
-    }
-
-    daw.reset();
-    QVERIFY2(jack->restart(), qPrintable(jack->why()));
-    daw = std::make_unique<StandIn>("Pro Tools");
-    QVERIFY(daw->isReady());
-    op.window.setPreferenceData();
-    op.window.midiReconnect();
-    QVERIFY(op.dawIn->isPortOpen());
-    QVERIFY(op.controllerIn->isPortOpen());
-    QVERIFY(op.window.findChild<QMidiOut*>()->isPortOpen());
-    op.press("DAW PLAY");
-    QTRY_COMPARE(daw->count("midi F0 7F 7F 06 02 F7"), 1);
-    daw->press("note 29");
-    QTRY_COMPARE(op.selectedRow(), 1);
-    daw->press("end 24");
-    QTRY_COMPARE_WITH_TIMEOUT(daw->count("located bar 105"), 1, 10000);
-
-    daw.reset(); // An absent port of a live server is no error.
-    op.window.midiReconnect();
-    QVERIFY(!op.dawIn->isPortOpen());
 }
 
 void TestLiveLocate::dawThatReadsNothing()
