@@ -21,8 +21,7 @@ MidiPorts::Problems MidiPorts::open()
 {
     return tryEach([](QMidiIn* port, const QString& name) { port->openPort(name); },
                    [](QMidiOut* port, const QString& name) {
-                       port->requireBackEnd();
-                       const int index = port->getPorts().indexOf(name);
+                       const int index = port->indexOf(name);
                        if (index != -1) {
                            port->openPort(static_cast<unsigned int>(index));
                        }

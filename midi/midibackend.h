@@ -1,16 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QStringList>
-
 #include <RtMidi.h>
 
 #include <memory>
 #include <string>
 #include <vector>
 
-// What the input and the output port have in common in their dealings with the library. Port is
-// RtMidiIn or RtMidiOut; the clients of both appear to other MIDI software under clientName.
+// Which of RtMidi's back ends a port uses. Port is RtMidiIn or RtMidiOut; other MIDI software sees
+// its client as clientName.
 
 // The first compiled back end that has ports, else the first that can be constructed at all; null
 // if none can.
@@ -23,8 +21,7 @@ std::unique_ptr<Port> firstUsableBackEnd(const std::string& clientName)
     for (const RtMidi::Api api : apis) {
         try {
             auto candidate = std::make_unique<Port>(api, clientName);
-            // Without its server, a back end takes long to count. There is no need where it is the
-            // only one.
+            // Counting takes long without a server, and is not needed for the only candidate.
             const bool isOnlyOne = !withoutPorts && api == apis.back();
             if (isOnlyOne || candidate->getPortCount() > 0) {
                 return candidate;
@@ -38,9 +35,8 @@ std::unique_ptr<Port> firstUsableBackEnd(const std::string& clientName)
     return withoutPorts;
 }
 
-// The back end of the library's own choice. Where that cannot be constructed (ALSA without its
-// sequencer, which the library tries first and never gets past), the best of the others. Throws
-// the library's RtMidiError if there is none.
+// The back end that RtMidi chooses. Where that cannot be constructed (ALSA without its sequencer,
+// which RtMidi tries first), the best of the others. Throws RtMidiError if there is none.
 template <class Port>
 std::unique_ptr<Port> makeBackEnd(const std::string& clientName)
 {
@@ -53,10 +49,3 @@ std::unique_ptr<Port> makeBackEnd(const std::string& clientName)
         throw;
     }
 }
-
-// The names of all ports that the back end could open now.
-QStringList portNames(RtMidi& backEnd);
-
-// Opens the port of that index as a port that is called portName. An index beyond the last, which
-// not every back end of the library survives, throws RtMidiError.
-void openChecked(RtMidi& backEnd, unsigned int index, const std::string& portName);

@@ -1,28 +1,20 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QObject>
-#include <QStringList>
+#include "midiport.h"
 
-#include <memory>
+#include <QObject>
+
+#include <deque>
+#include <mutex>
 #include <vector>
 
-class JackWatch;
 class QMidiMessage;
-class RtMidiIn;
 
-// A MIDI input port over RtMidi. Used from the main thread; the library delivers input on a thread
-// of its own, from which every message reaches the main thread by a queued signal, in order. What
-// had arrived before the port was closed, dropped or destroyed is still delivered.
-//
-// Each message is traced when the main thread gets to it: one debug line with its first byte, one
-// line on standard output with all bytes and the library's time stamp in seconds.
-//
-// Errors of the library arrive as its exception RtMidiError out of the open and close operations.
-// A machine on which no MIDI back end can be constructed leaves the port without one: it lists no
-// ports, is never open, and each openPort tries anew and throws what the library says. So it is
-// with a JACK server that stands still, when the port has been closed or is opened.
-class QMidiIn : public QObject
+// A MIDI input port. Each message is traced on RtMidi's thread (see traceReceived()) and delivered
+// on the port's, in order, by its event loop. What arrived before the port was closed is still
+// delivered; what arrived before it was destroyed is not.
+class QMidiIn : public QObject, public MidiInput
 {
     Q_OBJECT
 
@@ -30,45 +22,24 @@ public:
     explicit QMidiIn(QObject* parent = nullptr);
     ~QMidiIn() override;
 
-    QStringList getPorts();
-    void openPort(unsigned int index);
-    // Opens the first port of exactly this name. No such port: stays closed, no error.
-    void openPort(const QString& name);
-    void openVirtualPort(const QString& name);
-    void closePort();
-    [[nodiscard]] bool isPortOpen() const;
-    // What the library drops before anyone sees it; by default all three.
-    void setIgnoreTypes(bool sysEx, bool timing, bool activeSensing);
-
-    // Gives up the connection to the MIDI system. After a MIDI server has died, no object of the
-    // old connection works again and a new one may be made only when all old ones of the process
-    // are gone: drop the back ends of all ports first, then open. The next openPort or getPorts
-    // makes a new one.
-    void dropBackEnd();
-
 signals:
-    // Emitted on the library's thread; receivers live on the port's thread, which gets the signal
-    // queued. The receiver reads the message during the call and never keeps or frees it. It must
-    // read what it needs before it does anything that runs an event loop: the message goes away
-    // with the next event.
+    // Emitted on the port's thread. The message goes away when all receivers have returned.
     void midiMessageReceived(QMidiMessage* message);
 
 public:
-    // Hands on a message as if it had arrived here. It stays the caller's to free.
+    // Emits a message as if it had arrived here. The caller keeps it.
     void onMidiMessageReceive(QMidiMessage* message);
 
 private:
-    static void callback(double timeStamp, std::vector<unsigned char>* bytes, void* port);
-    void portOpened();
-    RtMidiIn& backEndOrThrow();
-    RtMidiIn* backEndOrNull();
-
-    struct
+    struct Received
     {
-        bool sysEx = true;
-        bool timing = true;
-        bool activeSensing = true;
-    } ignored;
-    std::unique_ptr<RtMidiIn> backEnd; // Null while no MIDI back end can be had.
-    std::shared_ptr<JackWatch> watch;  // Over JACK only, from the first opening on.
+        double stampSeconds;
+        std::vector<unsigned char> bytes;
+    };
+
+    static void callback(double stampSeconds, std::vector<unsigned char>* bytes, void* port);
+    Q_INVOKABLE void deliver(); // Once for each message of the inbox.
+
+    std::mutex inboxLock;
+    std::deque<Received> inbox;
 };

@@ -1,25 +1,21 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "midiport.h"
+
 #include <QObject>
-#include <QStringList>
 
 #include <array>
-#include <memory>
 #include <mutex>
 #include <vector>
-
-#include <RtMidi.h>
-
-class JackWatch;
 
 // The MIDI ports of the stand-in workstation and its foot switch, all virtual: one input that takes
 // MMC, one output for the workstation's notes, one for the foot switch. Their names are the same
 // every run, because each port has a client of its own (two clients of one name would be numbered
 // by the MIDI server).
 //
-// Used from the main thread. The library delivers input on a thread of its own; there each message
-// gets its time and waits in the inbox until the main thread takes it.
+// Main thread only. RtMidi delivers input on a thread of its own; there each message gets its time
+// and waits in the inbox until the main thread takes it.
 class MidiPorts : public QObject
 {
     Q_OBJECT
@@ -42,18 +38,18 @@ public:
     explicit MidiPorts(QObject* parent = nullptr);
     ~MidiPorts() override;
 
-    // Opens all three ports, on the first of the library's systems that has them; false: there is
-    // none. Ports that were open are closed first, so this is also how to come back after the MIDI
-    // server was gone.
+    // Opens all three ports; false if there is no MIDI system that has them. Closes open ones
+    // first, so it also finds a MIDI server that was started again.
     bool open();
     // Gives what was sent last the time it takes to leave.
     void close();
+    // False once the MIDI server has shut down.
     [[nodiscard]] bool isOpen() const;
 
     // As other programs see them while the ports are open; the numbers that ALSA appends, and that
     // a JACK server gives a second rehearsal, are part of it.
     [[nodiscard]] QString inputName() const { return inputPortName; }
-    [[nodiscard]] QString outputName(Out out) const { return outputs.at(out).name; }
+    [[nodiscard]] QString outputName(Out out) const { return outputNames.at(out); }
 
     // False: not sent, because no MIDI is there (any more).
     bool send(Out out, const std::vector<unsigned char>& bytes);
@@ -62,25 +58,18 @@ public:
     Inbox takeInbox();
 
 signals:
-    // There is something in the inbox. Emitted on the library's thread: connect queued.
+    // There is something in the inbox. Emitted on RtMidi's thread: connect queued.
     void received();
 
 private:
-    struct Output
-    {
-        std::unique_ptr<RtMidiOut> port;
-        QString name;
-    };
-
     static void callback(double, std::vector<unsigned char>* bytes, void* ports);
-    bool openWith(RtMidi::Api api);
 
     std::mutex inboxLock;
     Inbox inbox;
 
-    std::unique_ptr<RtMidiIn> input;
+    MidiInput input;
     QString inputPortName;
-    std::array<Output, 2> outputs;
-    std::shared_ptr<JackWatch> watch; // Over JACK only.
+    std::array<MidiOutput, 2> outputs;
+    std::array<QString, 2> outputNames;
     qint64 sentUs = 0;
 };

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "blockedoutput.h"
 #include "midipeer.h"
 #include "qmidiin.h"
 #include "qmidimessage.h"
@@ -8,7 +9,6 @@
 
 #include <QThread>
 
-#include <atomic>
 #include <iostream>
 #include <sstream>
 
@@ -48,7 +48,7 @@ private slots:
         PeerSource source;
         QMidiIn in;
         in.setIgnoreTypes(false, false, false);
-        in.dropBackEnd(); // The filter outlives it, as does the connection of the signal.
+        in.dropBackEnd(); // The filter and the signal's connection stay.
         Fields received;
         connect(&in, &QMidiIn::midiMessageReceived, this, [&](const QMidiMessage* message) {
             received = {message->getStatus(),   message->getChannel(), message->getPitch(),
@@ -110,39 +110,117 @@ private slots:
 
     void deliversAllInOrderAndFreesThem()
     {
-        constexpr int kBurst = 500; // Less than what the server drops of one period.
+        constexpr int kBurst = 500; // Less than what the server drops of one cycle.
         constexpr int kNotes = 10 * kBurst;
         PeerSource source;
-        std::atomic<int> freedHere{0};
+        int freed = 0;
         int received = 0;
         int right = 0;
         auto in = std::make_unique<QMidiIn>();
         connect(in.get(), &QMidiIn::midiMessageReceived, this, [&](QMidiMessage* message) {
-            connect(message, &QObject::destroyed,
-                    [&] { freedHere += QThread::currentThread() == thread() ? 1 : 0; });
+            connect(message, &QObject::destroyed, this, [&freed] { ++freed; });
             const Bytes expected = numberedNote(received);
-            // Every earlier message is gone by now, and this one is not.
-            right += message->thread() == thread() && freedHere == received &&
-                     message->getPitch() == expected[1] && message->getVelocity() == expected[2];
+            // Every earlier message is freed, on this thread, and this one is not.
+            right += message->thread() == thread() && QThread::currentThread() == thread() &&
+                     freed == received && message->getPitch() == expected[1] &&
+                     message->getVelocity() == expected[2];
             ++received;
         });
         in->openPort(PeerSource::port());
         settle();
-        for (int sent = 0; sent < kNotes;) {
-            QTRY_COMPARE(received, sent);
-            for (const int end = sent + kBurst; sent < end; ++sent) {
-                source.send(numberedNote(sent));
+        const auto sendBurst = [&source](int first) {
+            for (int i = first; i < first + kBurst; ++i) {
+                source.send(numberedNote(i));
             }
+        };
+        for (int sent = 0; sent < kNotes - kBurst; sent += kBurst) {
+            sendBurst(sent);
+            QTRY_COMPARE(received, sent + kBurst);
         }
-        settle(); // The last burst has come, and waits for the event loop when the port goes.
+        // What waits for the event loop when the port is closed is delivered.
+        sendBurst(kNotes - kBurst);
+        settle();
+        in->closePort();
+        QCOMPARE(received, kNotes - kBurst);
+        QTRY_COMPARE(received, kNotes);
+        QCOMPARE(right, kNotes);
+        QCOMPARE(freed, kNotes);
+
+        // When it is destroyed, it is not.
+        in->openPort(PeerSource::port());
+        settle();
+        sendBurst(0);
+        settle();
         in.reset();
-        QTRY_COMPARE(freedHere.load(), kNotes);
-        QVERIFY(received == kNotes && right == kNotes);
+        QCoreApplication::processEvents();
+        QCOMPARE(received, kNotes);
+    }
+
+    void goesOnWhileItsOutputIsBlocked_data()
+    {
+        QTest::addColumn<BlockedOutput::Kind>("kind");
+        QTest::newRow("full pipe") << BlockedOutput::FullPipe;
+        QTest::newRow("paused terminal") << BlockedOutput::PausedTerminal;
+        QTest::newRow("terminal that is not read") << BlockedOutput::FullTerminal;
+    }
+    void goesOnWhileItsOutputIsBlocked()
+    {
+        constexpr int kNotes = 200;
+        QFETCH(BlockedOutput::Kind, kind);
+        PeerSource source;
+        PeerSink sink;
+        QMidiIn in;
+        QMidiOut out;
+        int received = 0;
+        connect(&in, &QMidiIn::midiMessageReceived, this, [&] { ++received; });
+        in.openPort(PeerSource::port());
+        openByName(out, PeerSink::port());
+        settle();
+        QMidiMessage note;
+        note.setStatus(MIDI_NOTE_ON);
+        std::cout.rdbuf(screen);
+        bool allCame = false;
+        bool isNonBlocking = true;
+        QByteArray traced;
+        {
+            BlockedOutput blocked(kind);
+            for (int i = 0; i < kNotes; ++i) {
+                source.send(numberedNote(i));
+                out.sendMessage(&note);
+            }
+            allCame = QTest::qWaitFor(
+                [&] { return received == kNotes && sink.received().size() == kNotes; });
+            blocked.resume();
+            source.send({0x99, 36, 100});
+            (void)QTest::qWaitFor([&] { return received == kNotes + 1; });
+            traced = blocked.read();
+            isNonBlocking = BlockedOutput::isNonBlocking();
+        }
+        std::cout.rdbuf(output.rdbuf());
+        QVERIFY(allCame);
+        QVERIFY2(traced.contains("Byte 0 = 153, Byte 1 = 36, Byte 2 = 100, stamp = "), traced);
+        QVERIFY(!isNonBlocking);
+    }
+
+    void appearUnderTheirNames()
+    {
+        PeerSource source;
+        PeerSink sink;
+        QMidiIn in;
+        QMidiOut out;
+        in.openPort(PeerSource::port());
+        openByName(out, PeerSink::port());
+        QVERIFY(out.getPorts().contains("RtMidi Input Client:RtMidi Input"));
+        QVERIFY(in.getPorts().contains("RtMidi Output Client:RtMidi Output"));
+        in.closePort();
+        out.closePort();
+        QVERIFY(out.getPorts().filter("RtMidi Input Client").isEmpty());
+        QVERIFY(in.getPorts().filter("RtMidi Output Client").isEmpty());
     }
 
     void sendsWhatItIsGivenWhileOpenOnly()
     {
-        const Bytes large(12000, 1); // More than the guard's budget, less than the library's ring.
+        const Bytes large(12000, 1); // More than the budget, less than RtMidi's ring buffer.
         const Bytes play{0xF0, 0x7F, 0x7F, 0x06, 0x02, 0xF7};
         QMidiMessage mmc;
         mmc.setStatus(MIDI_SYSEX)->setSysExData(play);
@@ -166,7 +244,7 @@ private slots:
         out.sendNoteOn(1, 2, 2);
         openByName(out, PeerSink::port());
         std::vector<Bytes> all{{0x90, 60, 127}, {0x8F, 60, 0}, play, large};
-        for (int i = 0; i < 5000; ++i) { // Fills the guard's budget again and again.
+        for (int i = 0; i < 5000; ++i) { // Uses the budget up several times.
             all.push_back(numberedNote(i));
             out.sendRawMessage(all.back());
         }

@@ -1,66 +1,49 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "jackwatch.h"
+#include "midiport.h"
 
-#include <QString>
 #include <QTest>
 
-#include <RtMidi.h>
+#include <mutex>
 
-#include <vector>
-
-// Other MIDI software on the running JACK server, made of plain library objects: what the ports
-// under test are connected to.
+// Other MIDI software: what the ports under test are connected to.
 
 using Bytes = std::vector<unsigned char>;
 
-// Sends from a port. Pace what you send: the library hangs on a full ring.
-struct PeerSource
+// Sends from a port that appears as "velt source:out" over JACK.
+struct PeerSource : MidiOutput
 {
-    PeerSource()
-    {
-        out.openVirtualPort("out");
-        watch = JackWatch::ofProcess(RtMidi::UNIX_JACK);
-    }
-    ~PeerSource()
-    {
-        const QuietGraph quiet(watch);
-        out.closePort();
-    }
+    PeerSource() : MidiOutput("velt source", {}) { openVirtualPort(QStringLiteral("out")); }
     static QString port() { return QStringLiteral("velt source:out"); }
-    void send(const Bytes& bytes) { out.sendMessage(&bytes); }
-
-    std::shared_ptr<JackWatch> watch;
-    RtMidiOut out{RtMidi::UNIX_JACK, "velt source"};
 };
 
-// Keeps what arrives at its port.
-struct PeerSink
+// Keeps what arrives at its port, "velt sink:in" over JACK.
+class PeerSink : public MidiInput
 {
-    PeerSink()
+public:
+    PeerSink() : MidiInput("velt sink", {}, keep, this)
     {
-        in.ignoreTypes(false, false, false);
-        in.openVirtualPort("in");
-        watch = JackWatch::ofProcess(RtMidi::UNIX_JACK);
+        setIgnoreTypes(false, false, false);
+        openVirtualPort(QStringLiteral("in"));
     }
-    ~PeerSink()
-    {
-        const QuietGraph quiet(watch);
-        in.closePort();
-    }
+    ~PeerSink() override { dropBackEnd(); }
     static QString port() { return QStringLiteral("velt sink:in"); }
-    const std::vector<Bytes>& received()
+    std::vector<Bytes> received()
     {
-        Bytes next;
-        for (in.getMessage(&next); !next.empty(); in.getMessage(&next)) {
-            messages.push_back(next);
-        }
+        const std::lock_guard<std::mutex> guard(lock);
         return messages;
     }
 
-    std::shared_ptr<JackWatch> watch;
-    RtMidiIn in{RtMidi::UNIX_JACK, "velt sink", 10000};
+private:
+    static void keep(double, std::vector<unsigned char>* bytes, void* sink)
+    {
+        auto* const self = static_cast<PeerSink*>(sink);
+        const std::lock_guard<std::mutex> guard(self->lock);
+        self->messages.push_back(*bytes);
+    }
+
+    std::mutex lock;
     std::vector<Bytes> messages;
 };
 
@@ -70,9 +53,10 @@ void openByName(OutPort& out, const QString& name)
     out.openPort(static_cast<unsigned int>(out.getPorts().indexOf(name)));
 }
 
-// Waits for two periods of the server: a connection just made carries messages from then on.
+// Waits until a connection just made carries messages, as the first message of a new port does.
 inline void settle()
 {
-    const auto watch = JackWatch::ofProcess(RtMidi::UNIX_JACK);
-    QVERIFY(watch && watch->waitForPeriods(watch->periods(), 2));
+    MidiOutput probe("velt probe", {});
+    probe.openVirtualPort(QStringLiteral("probe"));
+    QVERIFY(probe.send({0xFE}));
 }

@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QMetaType>
+
+#include <array>
+#include <cstdlib>
+#include <fcntl.h>
+#include <termios.h>
+#include <unistd.h>
+
+// Takes the place of standard output and standard error, which take nothing until resume().
+// Nothing may be reported to QTest meanwhile.
+class BlockedOutput
+{
+public:
+    enum Kind { FullPipe, PausedTerminal, FullTerminal };
+
+    explicit BlockedOutput(Kind kind)
+    {
+        std::array<int, 2> ends{};
+        if (kind == FullPipe) {
+            (void)pipe(ends.data());
+        } else {
+            ends[0] = posix_openpt(O_RDWR | O_NOCTTY);
+            grantpt(ends[0]);
+            unlockpt(ends[0]);
+            ends[1] = open(ptsname(ends[0]), O_RDWR | O_NOCTTY);
+        }
+        readEnd = ends[0];
+        fcntl(readEnd, F_SETFL, O_NONBLOCK);
+        if (kind == PausedTerminal) {
+            tcflow(ends[1], TCOOFF); // As by Ctrl+S.
+        } else {
+            const int flags = fcntl(ends[1], F_GETFL);
+            fcntl(ends[1], F_SETFL, flags | O_NONBLOCK);
+            while (write(ends[1], "x", 1) == 1) {
+            }
+            fcntl(ends[1], F_SETFL, flags);
+        }
+        for (int file : {STDOUT_FILENO, STDERR_FILENO}) {
+            saved[std::size_t(file)] = dup(file);
+            dup2(ends[1], file);
+        }
+        close(ends[1]);
+    }
+    ~BlockedOutput()
+    {
+        for (int file : {STDOUT_FILENO, STDERR_FILENO}) {
+            dup2(saved[std::size_t(file)], file);
+            close(saved[std::size_t(file)]);
+        }
+        close(readEnd);
+    }
+    BlockedOutput(const BlockedOutput&) = delete;
+    BlockedOutput& operator=(const BlockedOutput&) = delete;
+
+    void resume()
+    {
+        tcflow(STDOUT_FILENO, TCOON);
+        read();
+    }
+    // What has been written since the last call.
+    QByteArray read()
+    {
+        QByteArray text;
+        std::array<char, 4096> some{};
+        for (ssize_t n = 0; (n = ::read(readEnd, some.data(), some.size())) > 0;) {
+            text.append(some.data(), int(n));
+        }
+        return text;
+    }
+    static bool isNonBlocking() { return (fcntl(STDOUT_FILENO, F_GETFL) & O_NONBLOCK) != 0; }
+
+private:
+    int readEnd = -1;
+    std::array<int, 3> saved{};
+};
+
+Q_DECLARE_METATYPE(BlockedOutput::Kind)
