@@ -60,9 +60,7 @@ MainWindow::~MainWindow()
 void MainWindow::createMenu()
 {
     QMenu* menu = menuBar()->addMenu(tr("&About"));
-    auto* about = new QAction(tr("&AboutVELT"), this);
-    connect(about, &QAction::triggered, this, &MainWindow::on_about);
-    menu->addAction(about);
+    menu->addAction(tr("&AboutVELT"), this, &MainWindow::on_about);
 }
 
 void MainWindow::createControls()
@@ -158,7 +156,7 @@ void MainWindow::on_pushEdit_clicked()
 {
     editDialog->setDispFromEdit();
     editDialog->exec();
-    showChanges();
+    shownRun->showChanges();
     giveFocusToTable();
 }
 
@@ -203,11 +201,6 @@ void MainWindow::on_comboShowList_currentIndexChanged(int)
     giveFocusToTable();
 }
 
-void MainWindow::showChanges()
-{
-    shownRun->showChanges();
-}
-
 bool MainWindow::isOperationOn() const
 {
     return shownRun->isRunning();
@@ -227,7 +220,8 @@ void MainWindow::on_tableSetList_cellChanged(int row, int column)
     if (shownRun->takeTyped(row, column)) {
         editData.writeEdit(setListFilePath());
         // Writing removes untitled shows. Not at once: the cell is still being closed.
-        QMetaObject::invokeMethod(this, &MainWindow::showChanges, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            this, [this] { shownRun->showChanges(); }, Qt::QueuedConnection);
     }
 }
 
@@ -299,16 +293,11 @@ void MainWindow::onMidiReceive(QMidiMessage* pMidMsg)
     if (note != kEndOfSongNote && note != kOtherEndOfSongNote) {
         return;
     }
-    switch (controls->comboMode->currentIndex()) {
-    case AUTO_STOP:
+    const int mode = controls->comboMode->currentIndex();
+    if (mode == AUTO_STOP) {
         groupBoxSend->sendDawStop->animateClick(kClickMs);
-        break;
-    case AUTO_LOCATE:
+    } else if (mode == AUTO_LOCATE) {
         shownRun->locateNext();
-        break;
-    case MANUAL:
-    default:
-        break;
     }
 }
 
@@ -344,17 +333,13 @@ void MainWindow::keyPressEvent(QKeyEvent*)
 
 void MainWindow::focusInEvent(QFocusEvent*)
 {
-    setFocusFlag(true);
+    focusFlag = true;
+    onFocus();
 }
 
 void MainWindow::focusOutEvent(QFocusEvent*)
 {
-    setFocusFlag(false);
-}
-
-void MainWindow::setFocusFlag(bool hasFocus)
-{
-    focusFlag = hasFocus;
+    focusFlag = false;
     onFocus();
 }
 

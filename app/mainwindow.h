@@ -85,9 +85,6 @@ private:
     void readFiles();
     void initialize();
 
-    void showChanges(); // The data has changed without a call of setShowData().
-    void setFocusFlag(bool hasFocus);
-
     bool focusFlag = false; // The window itself holds the keyboard focus.
     SetListTable* tableSetList = nullptr;
     bool inUpdate = false; // Guards show switching, double clicks and cell edits.
