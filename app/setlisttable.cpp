@@ -220,11 +220,21 @@ void SetListTable::step(Qt::Key upOrDown)
 
 void SetListTable::keyPressEvent(QKeyEvent* event)
 {
-    if (event->isAutoRepeat() && event->key() != pressedKey) {
+    // Under X11, Qt takes most repeats for a release and a press; these have one and the same time.
+    const bool isRepeat = event->isAutoRepeat() ||
+                          (event->key() == releasedKey && event->timestamp() == releaseTimeMs);
+    if (isRepeat && event->key() != pressedKey) {
         return;
     }
     pressedKey = event->key();
     ExTableWidget::keyPressEvent(event);
+}
+
+void SetListTable::keyReleaseEvent(QKeyEvent* event)
+{
+    releasedKey = event->key();
+    releaseTimeMs = event->timestamp();
+    ExTableWidget::keyReleaseEvent(event);
 }
 
 // Composed text would open the current cell, and a key that is being composed is none for the DAW.

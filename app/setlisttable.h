@@ -55,6 +55,7 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
     void inputMethodEvent(QInputMethodEvent* event) override;
 
 protected slots:
@@ -77,6 +78,8 @@ private:
     // The key last pressed in the table since a cell was open; auto-repeats of another one come
     // from a key that is held down since it ended the typing, and are none for the DAW.
     int pressedKey = 0;
+    int releasedKey = 0; // Last.
+    unsigned long releaseTimeMs = 0;
     std::optional<std::pair<int, int>> marksToScrollTo; // When the typing ends.
     QColor sentColor;
     QColor nextColor;

@@ -139,10 +139,16 @@ private slots:
         for (const int column : {0, kCue}) { // The name of a space, and its cue.
             QLineEdit* editor = velt.edit(1, column);
             QTest::keyClick(editor, Qt::Key(key), modifiers);
-            // The key is still held down.
+            // The key is still held down; its repeats come in two ways.
             QWidget* receiver = velt.window.focusWidget();
             QKeyEvent repeat(QEvent::KeyPress, key, modifiers, {}, true);
             QCoreApplication::sendEvent(receiver, &repeat);
+            QKeyEvent release(QEvent::KeyRelease, key, modifiers);
+            QKeyEvent press(QEvent::KeyPress, key, modifiers);
+            release.setTimestamp(1000);
+            press.setTimestamp(1000);
+            QCoreApplication::sendEvent(receiver, &release);
+            QCoreApplication::sendEvent(receiver, &press);
             for (const char* name : {"Key 0", "Key Tab", "Key Space", "Key Enter"}) {
                 QVERIFY2(!velt.button(name)->isDown(), name);
             }
