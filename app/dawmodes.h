@@ -9,7 +9,7 @@
 struct EditDataSong;
 
 // The DAW modes, the values of EditData::Mode, in one table: dawmodes.cpp. A new DAW is a row there
-// and a radio button in the preferences. The table is a library of its own so that the rehearsal
+// and a radio button in the preferences. The table is a separate library, so that the rehearsal
 // reads it too.
 
 // The window's key buttons, each also a key on the keyboard, as bits.

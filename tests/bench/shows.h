@@ -3,5 +3,5 @@
 
 #include "editdata.h"
 
-// So many entries altogether, in shows of so many each, of a library a tenth as large.
+// Shows of `entriesPerShow` entries each, `entries` in all, of a library a tenth as large.
 EditData showsOf(int entries, int entriesPerShow = 100);
