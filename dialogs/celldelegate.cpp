@@ -2,21 +2,9 @@
 #include "celldelegate.h"
 
 #include <QAbstractItemView>
-#include <QApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QRegularExpression>
-
-namespace {
-
-bool isUnderModalDialog(const QWidget& editor)
-{
-    const QWidget* modal = QApplication::activeModalWidget();
-    const QWidget* dialog = modal ? modal : QApplication::activeWindow(); // One comes first.
-    return dialog && dialog->isModal() && dialog != editor.window();
-}
-
-} // namespace
 
 CellDelegate::CellDelegate(QAbstractItemView* owner) : QStyledItemDelegate(owner), view(owner)
 {
@@ -52,7 +40,8 @@ void CellDelegate::setModelData(QWidget* editor, QAbstractItemModel* model,
 bool CellDelegate::eventFilter(QObject* object, QEvent* event)
 {
     auto* editor = qobject_cast<QLineEdit*>(object);
-    if (editor && event->type() == QEvent::FocusOut && isUnderModalDialog(*editor)) {
+    if (event->type() == QEvent::FocusOut &&
+        static_cast<QFocusEvent*>(event)->reason() == Qt::ActiveWindowFocusReason) {
         return false;
     }
     if (!editor || event->type() != QEvent::KeyPress) {

@@ -65,6 +65,16 @@ private slots:
             velt.endOfSong();
             QTRY_VERIFY(!velt.button("DAW STOP")->isDown());
         }) << kRow << kFirstSent;
+        QTest::newRow("another window") << Act([](const WindowDriver& velt) {
+            {
+                QWidget other;
+                other.show();
+                other.activateWindow();
+                QTRY_VERIFY(other.isActiveWindow());
+            }
+            const_cast<WindowDriver&>(velt).window.activateWindow();
+            QTRY_VERIFY(velt.window.isActiveWindow());
+        }) << kRow << kFirstSent;
         QTest::newRow("a box") << Act([](const WindowDriver& velt) {
             const_cast<WindowDriver&>(velt).window.setPreferenceData();
             Recording::setApplications({"Finder"});
