@@ -74,17 +74,17 @@ window_closes() { await 10 gone "$1"; }
 declare -A places=(
     [menu About]='30 8' [LOCATE]='45 58' [Reset]='267 93' [Edit]='368 93' [Pref.]='448 93'
     [show]='200 122' [first title]='80 170' [empty rows]='200 500'
-    [DAW input]='307 243' [controller input]='307 164' [DAW output]='307 322'
-    [device ID]='65 402' [OK of preferences]='772 474'
-    [new song]='80 55' [new show]='70 375' [first show]='100 436' [first song]='580 51'
-    [to set list]='680 320' [space]='765 54' [first title of set list]='760 101'
-    [first cue of set list]='980 101' [OK of editor]='70 640'
+    [controller input]='307 157' [DAW input]='307 232' [DAW output]='307 307'
+    [device ID]='65 382' [OK of preferences]='772 476'
+    [new song]='80 55' [new show]='70 375' [first show]='100 436' [first song]='580 48'
+    [to set list]='680 320' [space]='765 54' [first title of set list]='760 99'
+    [first cue of set list]='980 99' [OK of editor]='70 640'
 )
 # press_at NAME [ROW [HEIGHT]]: clicks there, or so many rows of a table below.
 press_at() {
     local x y
     read -r x y <<<"${places[$1]:?}"
-    click "$x" $((y + ${2:-0} * ${3:-21}))
+    click "$x" $((y + ${2:-0} * ${3:-19}))
 }
 click() { xdotool mousemove --window "$window" "$1" "$2" click "${3:-1}"; }
 key() { xdotool windowfocus --sync "$window" key "$@"; }
