@@ -9,19 +9,15 @@ class QAbstractItemView;
 //
 // Tab and Shift+Tab store the cell and open the next or previous editable one with its text
 // selected; after the last (before the first) the focus stays on the table. Return and Enter store
-// the cell. It stays open under a modal dialog of the program. Line breaks of a pasted text are stored as blanks. No key that is pressed in an open
-// cell reaches the table or its window, but those that move to another row: Up, Down, Page Up and
-// Page Down.
+// the cell. It stays open under a modal dialog of the program. Line breaks of a pasted text are
+// stored as blanks. No key that is pressed in an open cell reaches the table or its window, but
+// those that move to another row: Up, Down, Page Up and Page Down.
 class CellDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
 
 public:
     explicit CellDelegate(QAbstractItemView* owner);
-
-    // The closest editable cell after (step 1) or before (step -1) a cell, row by row; invalid if
-    // there is none.
-    static QModelIndex nextEditable(const QModelIndex& cell, int step);
 
     void setModelData(QWidget* editor, QAbstractItemModel* model,
                       const QModelIndex& index) const override;

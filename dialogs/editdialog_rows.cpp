@@ -15,16 +15,13 @@ int selected(const QTableWidget* table, int otherwise)
     return items.isEmpty() ? otherwise : items.first()->row();
 }
 
-std::vector<int> allSelected(const QTableWidget* table)
+std::vector<int> allSelected(const QAbstractItemView* view)
 {
     std::vector<int> rows;
-    for (const QItemSelectionRange& range : table->selectionModel()->selection()) {
-        for (int row = range.top(); row <= range.bottom(); ++row) {
-            rows.push_back(row);
-        }
+    for (const QModelIndex& index : view->selectionModel()->selectedRows()) {
+        rows.push_back(index.row());
     }
     std::sort(rows.begin(), rows.end());
-    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
     return rows;
 }
 

@@ -1,21 +1,26 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QtGlobal>
+#include <QString>
 
 #include <vector>
 
+class QAbstractItemView;
 class QTableWidget;
 
 // The rows of the editor's tables: which are selected, and taking them out.
 namespace EditRows {
+
+// The questions before rows are removed.
+inline const QString kDeletion = QStringLiteral("Do you really want to delete this?");
+inline const QString kDeletionOfAll = QStringLiteral("Do you really want to delete all?");
 
 // The row of the first selected item, in the order in which the user selected; `otherwise` if none
 // is.
 int selected(const QTableWidget* table, int otherwise = -1);
 
 // Every selected row once, ascending.
-std::vector<int> allSelected(const QTableWidget* table);
+std::vector<int> allSelected(const QAbstractItemView* view);
 
 // Selects this row alone, makes its first cell current, whatever keys are held down, and gives the
 // table the focus.
