@@ -1,10 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "editdialog_rows.h"
 
-#include "tablelook.h"
-
-#include <QTableWidget>
-
 #include <algorithm>
 
 namespace EditRows {
@@ -29,15 +25,6 @@ void select(QTableWidget* table, int row)
 {
     table->selectRow(row); // Where a later Shift+click begins; but it heeds keys held down now.
     table->setCurrentCell(row, 0, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-    table->setFocus();
-}
-
-void remove(QTableWidget* table, const std::vector<int>& rows)
-{
-    const TableLook::UpdatesOff updatesOff(table);
-    for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
-        table->removeRow(*row);
-    }
     table->setFocus();
 }
 

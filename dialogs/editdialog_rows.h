@@ -1,12 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QString>
-
-#include <vector>
-
-class QAbstractItemView;
-class QTableWidget;
+#include "tablelook.h"
 
 // The rows of the editor's tables: which are selected, and taking them out.
 namespace EditRows {
@@ -26,17 +21,17 @@ std::vector<int> allSelected(const QAbstractItemView* view);
 // table the focus.
 void select(QTableWidget* table, int row);
 
-// Removes the rows, given ascending, and gives the table the focus.
-void remove(QTableWidget* table, const std::vector<int>& rows);
-
-// The same, and removes the elements at the same places of the list that the table shows.
+// Removes the rows, given ascending, from the table, and the elements at the same places from the
+// list that it shows; gives the table the focus.
 template <typename Element>
 void remove(QTableWidget* table, const std::vector<int>& rows, std::vector<Element>& list)
 {
-    remove(table, rows);
+    const TableLook::UpdatesOff updatesOff(table);
     for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
+        table->removeRow(*row);
         list.erase(list.begin() + *row);
     }
+    table->setFocus();
 }
 
 } // namespace EditRows

@@ -3,7 +3,6 @@
 #include "editdialog.h"
 
 #include "editdialog_rows.h"
-#include "tablelook.h"
 #include "ui_editdialog.h"
 
 #include <algorithm>

@@ -44,10 +44,10 @@ public:
         const auto* item = qstyleoption_cast<const QStyleOptionViewItem*>(option);
         if (element != PE_PanelItemViewItem || !item) {
             QProxyStyle::drawPrimitive(element, option, painter, widget);
-        } else if (item->state.testFlag(State_Selected)) {
-            painter->fillRect(item->rect, item->palette.brush(QPalette::Highlight));
         } else {
-            painter->fillRect(item->rect, item->backgroundBrush);
+            const bool isSelected = item->state.testFlag(State_Selected);
+            painter->fillRect(item->rect, isSelected ? item->palette.brush(QPalette::Highlight)
+                                                     : item->backgroundBrush);
         }
     }
 
