@@ -61,8 +61,6 @@ public:
         return dialog.findChild<Widget*>(name);
     }
 
-    bool isEnabled(const QString& name) { return find<QWidget>(name)->isEnabled(); }
-
     void press(const QString& name) { QTest::mouseClick(find(name), Qt::LeftButton); }
 
     // Waits until keys go to the dialog: after it was shown or a message box has gone.

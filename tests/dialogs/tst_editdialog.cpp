@@ -118,16 +118,12 @@ private slots:
         QTest::addColumn<Qt::Key>("key");
         QTest::addColumn<QPoint>("to");
         const QPoint none(-1, -1); // No cell is open, and the focus stays.
-        const auto row = [](const char* name, const char* table, QPoint from, Qt::Key key,
-                            QPoint to) { QTest::newRow(name) << table << from << key << to; };
-        row("next column", "tableSongList", {0, 0}, Qt::Key_Tab, {1, 0});
-        row("next row", "tableShowList", {1, 0}, Qt::Key_Tab, {0, 1});
-        row("last bar", "tableSongList", {3, 5}, Qt::Key_Tab, none);
-        row("last cue", "tableSetList", {1, 4}, Qt::Key_Tab, none);
-        row("over a title", "tableSetList", {1, 0}, Qt::Key_Tab, {1, 1});
-        row("to a space", "tableSetList", {1, 1}, Qt::Key_Tab, {0, 2});
-        row("back over a title", "tableSetList", {1, 4}, Qt::Key_Backtab, {1, 3});
-        row("first title", "tableSongList", {0, 0}, Qt::Key_Backtab, none);
+        QTest::newRow("next row") << "tableShowList" << QPoint(1, 0) << Qt::Key_Tab << QPoint(0, 1);
+        QTest::newRow("last bar") << "tableSongList" << QPoint(3, 5) << Qt::Key_Tab << none;
+        QTest::newRow("title") << "tableSetList" << QPoint(1, 0) << Qt::Key_Tab << QPoint(1, 1);
+        QTest::newRow("space") << "tableSetList" << QPoint(1, 1) << Qt::Key_Tab << QPoint(0, 2);
+        QTest::newRow("back") << "tableSetList" << QPoint(1, 4) << Qt::Key_Backtab << QPoint(1, 3);
+        QTest::newRow("first") << "tableSongList" << QPoint(0, 0) << Qt::Key_Backtab << none;
     }
 
     void tabGoesToTheNextEditableCell()
