@@ -48,7 +48,7 @@ inline QString letters(const QAbstractItemView* view)
 class Editor
 {
 public:
-    explicit Editor(const EditData& contents = tour()) : data(contents)
+    explicit Editor(EditData contents = tour()) : data(std::move(contents))
     {
         dialog.setDispFromEdit();
         dialog.show();
