@@ -6,16 +6,12 @@
 #include <QLineEdit>
 #include <QRegularExpression>
 
-CellDelegate::CellDelegate(QAbstractItemView* owner) : QStyledItemDelegate(owner), view(owner)
-{
-}
+namespace {
 
-QModelIndex CellDelegate::nextEditable(const QModelIndex& cell, int step)
+// The closest editable cell after (step 1) or before (step -1) a cell, row by row; invalid if
+// there is none.
+QModelIndex nextEditable(const QModelIndex& cell, int step, const QAbstractItemModel* model)
 {
-    const QAbstractItemModel* model = cell.model();
-    if (!model) {
-        return {};
-    }
     const int columns = model->columnCount();
     const int cells = model->rowCount() * columns;
     for (int i = cell.row() * columns + cell.column() + step; i >= 0 && i < cells; i += step) {
@@ -25,6 +21,12 @@ QModelIndex CellDelegate::nextEditable(const QModelIndex& cell, int step)
         }
     }
     return {};
+}
+
+} // namespace
+
+CellDelegate::CellDelegate(QAbstractItemView* owner) : QStyledItemDelegate(owner), view(owner)
+{
 }
 
 void CellDelegate::setModelData(QWidget* editor, QAbstractItemModel* model,
@@ -83,7 +85,7 @@ void CellDelegate::goOn(QWidget* editor, int step)
     // The cell with the editor, which is not always the current one.
     const QPersistentModelIndex cell = view->indexAt(editor->pos());
     store(editor);
-    const QModelIndex next = nextEditable(cell, step);
+    const QModelIndex next = nextEditable(cell, step, view->model());
     if (next.isValid()) {
         view->selectionModel()->setCurrentIndex(next, QItemSelectionModel::ClearAndSelect |
                                                           QItemSelectionModel::Rows);

@@ -19,10 +19,6 @@ class CellDelegate : public QStyledItemDelegate
 public:
     explicit CellDelegate(QAbstractItemView* owner);
 
-    // The closest editable cell after (step 1) or before (step -1) a cell, row by row; invalid if
-    // there is none.
-    static QModelIndex nextEditable(const QModelIndex& cell, int step);
-
     void setModelData(QWidget* editor, QAbstractItemModel* model,
                       const QModelIndex& index) const override;
 

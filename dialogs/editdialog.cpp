@@ -10,9 +10,6 @@
 #include <QFileDialog>
 #include <QKeyEvent>
 #include <QResizeEvent>
-#include <QStyledItemDelegate>
-
-#include <algorithm>
 
 namespace {
 
@@ -34,30 +31,6 @@ QString chooseFile(QWidget* parent, const QString& caption,
     return ask(parent, caption, QString(), QStringLiteral("All File(*.*);;Ini File(*.ini)"),
                &filter, QFileDialog::DontUseCustomDirectoryIcons);
 }
-
-// Makes the rows of a uniform list as wide as the title with the most letters. To measure each
-// title of a large library takes longer than a key press may.
-class TitleDelegate : public QStyledItemDelegate
-{
-public:
-    TitleDelegate(const std::vector<EditDataSong>& listed, QObject* parent)
-        : QStyledItemDelegate(parent), songs(listed)
-    {
-    }
-
-    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override
-    {
-        const auto longest = std::max_element(
-            songs.begin(), songs.end(), [](const EditDataSong& left, const EditDataSong& right) {
-                return left.SongTitle.size() < right.SongTitle.size();
-            });
-        const auto row = static_cast<int>(longest - songs.begin());
-        return QStyledItemDelegate::sizeHint(option, index.sibling(row, 0));
-    }
-
-private:
-    const std::vector<EditDataSong>& songs;
-};
 
 } // namespace
 
@@ -83,7 +56,6 @@ void EditDialog::setUpTables()
     ui->tableSongList->setColumnWidth(3, 70);
     ui->tableSetList->setColumnWidth(0, 170);
     TableLook::stylePaper(ui->listWidgetSong);
-    ui->listWidgetSong->setItemDelegate(new TitleDelegate(songListView, ui->listWidgetSong));
 }
 
 void EditDialog::setDispFromEdit()
@@ -230,12 +202,13 @@ void EditDialog::storeOpenCell()
     }
 }
 
-bool EditDialog::isDeletionConfirmed()
+void EditDialog::editIfConfirmed(const QString& question, const std::function<void()>& work)
 {
-    return MessageBoxes::confirm(this, QStringLiteral("Do you really want to delete this?"));
-}
-
-bool EditDialog::isDeletionOfAllConfirmed()
-{
-    return MessageBoxes::confirm(this, QStringLiteral("Do you really want to delete all?"));
+    edit([&] {
+        const bool isConfirmed = MessageBoxes::confirm(this, question);
+        if (isConfirmed) {
+            work();
+        }
+        return isConfirmed;
+    });
 }

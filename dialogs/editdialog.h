@@ -8,8 +8,6 @@
 #include <memory>
 #include <vector>
 
-class QPushButton;
-
 namespace Ui {
 class EditDialog;
 } // namespace Ui
@@ -19,10 +17,8 @@ class EditDialog;
 //
 // There is no working copy: each change is in the operator window's data at once, and neither
 // CANCEL nor a close without saving takes it back. OK and the Save answer write the set-list file,
-// SAVE AS and OPEN use one that the user picks. Failures of the files are silent. The dialog
-// neither reads nor writes its own geometry.
-//
-// Between two actions of the user, row i of each table shows element i of its list.
+// SAVE AS and OPEN use one that the user picks. Failures of the files are silent. Between two
+// actions of the user, row i of each table shows element i of its list.
 class EditDialog : public SavingDialog
 {
     Q_OBJECT
@@ -35,8 +31,8 @@ public:
     // Shows the data with the first show's set list; no changes count as unsaved.
     void setDispFromEdit();
 
-    // Stores the cell that is being typed in, and saves unsaved changes without asking: the program is
-    // about to end. Nothing while the editor is closed.
+    // Stores the cell that is being typed in, and saves unsaved changes without asking: the program
+    // is about to end. Nothing while the editor is closed.
     void saveChanges();
 
 private slots:
@@ -58,8 +54,8 @@ private slots:
     void on_pushAddSpace_clicked();
     void on_pushSetDelete_clicked();
     void on_tableSetList_itemSelectionChanged();
-    void on_pushSetUp_clicked();
-    void on_pushSetDown_clicked();
+    void on_pushSetUp_clicked() { moveSelectedEntries(-1); }
+    void on_pushSetDown_clicked() { moveSelectedEntries(1); }
     void on_tableSetList_cellChanged(int row, int column);
     void on_listWidgetSong_itemSelectionChanged();
 
@@ -75,20 +71,12 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    // edit(), if a set list is displayed.
-    template <typename Work>
-    void editSetList(const Work& work)
-    {
-        if (currentSetList) {
-            edit(work);
-        }
-    }
+    // edit() with `work` that changes something, if the user agrees to the question.
+    void editIfConfirmed(const QString& question, const std::function<void()>& work);
 
     void setUpTables();
     void storeOpenCell();
     void write(const QString& path);
-    bool isDeletionConfirmed();
-    bool isDeletionOfAllConfirmed();
 
     // These change widgets: they are called in changeWidgets() or edit().
     // What disables the button that was pressed gives the focus to a table or list: the toolkit
@@ -99,11 +87,9 @@ private:
     void fillSongTable();
     void setSongListView();
     void changeSetLists(const std::function<void(std::vector<EditDataSet>&)>& change);
-    void copySongToSetLists(const EditDataSong& song);
     void setSetList(int showIndex); // -1: no set list.
     void setEntryButtons(const std::vector<int>& selectedRows);
-    bool insertSongs();
-    void moveSelectedEntries(int step, QPushButton* pressed);
+    void moveSelectedEntries(int step);
 
     std::unique_ptr<Ui::EditDialog> ui;
     EditData* editData;

@@ -1,10 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "editdialog_rows.h"
 
-#include "tablelook.h"
-
-#include <QTableWidget>
-
 #include <algorithm>
 
 namespace EditRows {
@@ -15,16 +11,13 @@ int selected(const QTableWidget* table, int otherwise)
     return items.isEmpty() ? otherwise : items.first()->row();
 }
 
-std::vector<int> allSelected(const QTableWidget* table)
+std::vector<int> allSelected(const QAbstractItemView* view)
 {
     std::vector<int> rows;
-    for (const QItemSelectionRange& range : table->selectionModel()->selection()) {
-        for (int row = range.top(); row <= range.bottom(); ++row) {
-            rows.push_back(row);
-        }
+    for (const QModelIndex& index : view->selectionModel()->selectedRows()) {
+        rows.push_back(index.row());
     }
     std::sort(rows.begin(), rows.end());
-    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
     return rows;
 }
 
@@ -32,15 +25,6 @@ void select(QTableWidget* table, int row)
 {
     table->selectRow(row); // Where a later Shift+click begins; but it heeds keys held down now.
     table->setCurrentCell(row, 0, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-    table->setFocus();
-}
-
-void remove(QTableWidget* table, const std::vector<int>& rows)
-{
-    const TableLook::UpdatesOff updatesOff(table);
-    for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
-        table->removeRow(*row);
-    }
     table->setFocus();
 }
 

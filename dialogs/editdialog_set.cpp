@@ -3,7 +3,6 @@
 #include "editdialog.h"
 
 #include "editdialog_rows.h"
-#include "tablelook.h"
 #include "ui_editdialog.h"
 
 #include <algorithm>
@@ -11,42 +10,32 @@
 using TableLook::kCueColumn;
 using TableLook::kTitleColumn;
 
+// Inserts the songs chosen in the list, in the order of the library, below the selected entry.
 void EditDialog::on_pushSongInsert_clicked()
 {
-    editSetList([this] { return insertSongs(); });
+    edit([this] {
+        const std::vector<int> chosen = EditRows::allSelected(ui->listWidgetSong);
+        int row = EditRows::selected(ui->tableSetList, ui->tableSetList->rowCount() - 1);
+        const TableLook::UpdatesOff updatesOff(ui->tableSetList);
+        for (const int songRow : chosen) {
+            EditDataSet entry;
+            entry.Song = songListView[songRow];
+            ++row;
+            currentSetList->insert(currentSetList->begin() + row, entry);
+            TableLook::insertEntry(ui->tableSetList, row, entry);
+        }
+        ui->tableSetList->scrollTo(ui->tableSetList->model()->index(row, kTitleColumn));
+        ui->listWidgetSong->clearSelection();
+        ui->listWidgetSong->setFocus();
+        ui->pushSongInsert->setEnabled(false);
+        return !chosen.empty();
+    });
     on_tableSetList_itemSelectionChanged();
-}
-
-// Inserts the songs chosen in the list, in the order of the library, below the selected entry.
-bool EditDialog::insertSongs()
-{
-    std::vector<int> chosen;
-    for (const QModelIndex& index : ui->listWidgetSong->selectionModel()->selectedIndexes()) {
-        chosen.push_back(index.row());
-    }
-    std::sort(chosen.begin(), chosen.end());
-
-    int row = EditRows::selected(ui->tableSetList, ui->tableSetList->rowCount() - 1);
-    const TableLook::UpdatesOff updatesOff(ui->tableSetList);
-    for (const int songRow : chosen) {
-        EditDataSet entry;
-        entry.Song = songListView[songRow];
-        ++row;
-        currentSetList->insert(currentSetList->begin() + row, entry);
-        TableLook::insertEntry(ui->tableSetList, row, entry);
-    }
-    if (!chosen.empty()) {
-        ui->tableSetList->scrollToItem(ui->tableSetList->item(row, kTitleColumn));
-    }
-    ui->listWidgetSong->clearSelection();
-    ui->listWidgetSong->setFocus();
-    ui->pushSongInsert->setEnabled(false);
-    return !chosen.empty();
 }
 
 void EditDialog::on_pushAddSpace_clicked()
 {
-    editSetList([this] {
+    edit([this] {
         const int row = EditRows::selected(ui->tableSetList) + 1;
         EditDataSet space;
         space.SetType = kSetTypeSpace;
@@ -59,14 +48,10 @@ void EditDialog::on_pushAddSpace_clicked()
 
 void EditDialog::on_pushSetDelete_clicked()
 {
-    editSetList([this] {
-        if (!isDeletionConfirmed()) {
-            return false;
-        }
+    editIfConfirmed(EditRows::kDeletion, [this] {
         EditRows::remove(ui->tableSetList, EditRows::allSelected(ui->tableSetList),
                          *currentSetList);
         setEntryButtons({});
-        return true;
     });
 }
 
@@ -83,21 +68,11 @@ void EditDialog::setEntryButtons(const std::vector<int>& selectedRows)
     ui->pushSetUp->setEnabled(any && selectedRows.front() != 0);
 }
 
-void EditDialog::on_pushSetUp_clicked()
-{
-    moveSelectedEntries(-1, ui->pushSetUp);
-}
-
-void EditDialog::on_pushSetDown_clicked()
-{
-    moveSelectedEntries(1, ui->pushSetDown);
-}
-
 // Moves each selected entry by one place and keeps it selected. The buttons are enabled only where
 // all of them have a place to move to.
-void EditDialog::moveSelectedEntries(int step, QPushButton* pressed)
+void EditDialog::moveSelectedEntries(int step)
 {
-    editSetList([this, step] {
+    edit([this, step] {
         QTableWidget* table = ui->tableSetList;
         const TableLook::UpdatesOff updatesOff(table);
         std::vector<int> rows = EditRows::allSelected(table);
@@ -118,14 +93,14 @@ void EditDialog::moveSelectedEntries(int step, QPushButton* pressed)
         return true;
     });
     on_tableSetList_itemSelectionChanged();
-    if (!pressed->isEnabled()) {
+    if (!(step < 0 ? ui->pushSetUp : ui->pushSetDown)->isEnabled()) {
         ui->tableSetList->setFocus();
     }
 }
 
 void EditDialog::on_tableSetList_cellChanged(int row, int column)
 {
-    editSetList([=] {
+    edit([=] {
         const QString text = ui->tableSetList->item(row, column)->text();
         EditDataSet& entry = (*currentSetList)[row];
         if (column == kCueColumn) {

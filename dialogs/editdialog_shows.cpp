@@ -3,7 +3,6 @@
 #include "editdialog.h"
 
 #include "editdialog_rows.h"
-#include "tablelook.h"
 #include "ui_editdialog.h"
 
 namespace {
@@ -79,28 +78,23 @@ void EditDialog::on_pushShowListDuplicate_clicked()
 
 void EditDialog::on_pushShowListDelete_clicked()
 {
-    edit([this] {
-        const int row = EditRows::selected(ui->tableShowList);
-        if (row == -1 || !isDeletionConfirmed()) {
-            return false;
-        }
+    const int row = EditRows::selected(ui->tableShowList);
+    if (row == -1) {
+        return;
+    }
+    editIfConfirmed(EditRows::kDeletion, [=] {
         EditRows::remove(ui->tableShowList, {row}, editData->ShowList);
-        const int count = ui->tableShowList->rowCount();
-        setShowButtonsEnabled(count > 0);
-        setSetList(row < count ? row : row - 1);
-        return true;
+        const int last = ui->tableShowList->rowCount() - 1;
+        setShowButtonsEnabled(last >= 0);
+        setSetList(qMin(row, last));
     });
 }
 
 void EditDialog::on_pushShowListAllDel_clicked()
 {
-    edit([this] {
-        if (!isDeletionOfAllConfirmed()) {
-            return false;
-        }
+    editIfConfirmed(EditRows::kDeletionOfAll, [this] {
         editData->ShowList.clear();
         fillShowTable();
-        return true;
     });
 }
 

@@ -4,8 +4,6 @@
 #include "editdialog.h"
 
 #include "editdialog_rows.h"
-#include "messageboxes.h"
-#include "tablelook.h"
 #include "ui_editdialog.h"
 
 #include <QScrollBar>
@@ -34,13 +32,6 @@ void insertSongRow(QTableWidget* table, int row, const EditDataSong& song)
                           numberItem(QString::number(song.Bar))});
 }
 
-// The bar or marker that a text stands for. A minus would reach the DAW as a key, so a negative
-// number counts as no number: 0.
-std::int32_t toPosition(const QString& text)
-{
-    return qMax(0, text.toInt());
-}
-
 bool isUsed(const std::vector<EditDataShow>& shows, const QSet<std::int32_t>& songIds)
 {
     return std::any_of(shows.begin(), shows.end(), [&](const EditDataShow& show) {
@@ -62,27 +53,30 @@ void EditDialog::fillSongTable()
 }
 
 // Offers the titled songs for insertion, none of them selected. pushSongInsert stays as it is.
-// Rows that stay the same are kept, and so is the place to which the user has scrolled.
+// The list stays scrolled to where the user has it.
 void EditDialog::setSongListView()
 {
     songListView.clear();
     std::copy_if(editData->SongList.begin(), editData->SongList.end(),
                  std::back_inserter(songListView),
                  [](const EditDataSong& song) { return !song.SongTitle.isEmpty(); });
-    QListWidget* list = ui->listWidgetSong;
-    const int count = static_cast<int>(songListView.size());
-    list->model()->removeRows(count, qMax(0, list->count() - count));
-    QStringList added;
-    for (int row = 0; row < count; ++row) {
-        const QString& title = songListView[row].SongTitle;
-        if (row < list->count()) {
-            list->item(row)->setText(title);
-        } else {
-            added.append(title);
+    QStringList titles;
+    int longest = 0;
+    for (const EditDataSong& song : songListView) {
+        titles.append(song.SongTitle);
+        if (titles[longest].size() < song.SongTitle.size()) {
+            longest = titles.size() - 1;
         }
     }
-    list->addItems(added);
-    list->selectionModel()->clear();
+    QListWidget* list = ui->listWidgetSong;
+    list->clear();
+    list->addItems(titles);
+    // A uniform list takes its width from the last row. To measure each title of a large library
+    // takes longer than a key press may.
+    if (!titles.isEmpty()) {
+        const QModelIndex widest = list->model()->index(longest, 0);
+        list->item(list->count() - 1)->setSizeHint(list->sizeHintForIndex(widest));
+    }
 }
 
 void EditDialog::on_pushSongListAdd_clicked()
@@ -106,19 +100,16 @@ void EditDialog::on_pushSongListAdd_clicked()
 
 void EditDialog::on_pushSongListDelete_clicked()
 {
-    edit([this] {
-        const std::vector<int> rows = EditRows::allSelected(ui->tableSongList);
-        QSet<std::int32_t> deletedIds;
-        for (const int row : rows) {
-            deletedIds.insert(editData->SongList[row].Id);
-        }
-        const bool used = isUsed(editData->ShowList, deletedIds);
-        if (used ? !MessageBoxes::confirm(
-                       this, QStringLiteral("This Song is used for SetList. Do you really want to "
-                                            "delete this?"))
-                 : !isDeletionConfirmed()) {
-            return false;
-        }
+    const std::vector<int> rows = EditRows::allSelected(ui->tableSongList);
+    QSet<std::int32_t> deletedIds;
+    for (const int row : rows) {
+        deletedIds.insert(editData->SongList[row].Id);
+    }
+    const bool used = isUsed(editData->ShowList, deletedIds);
+    const QString question = used ? QStringLiteral("This Song is used for SetList. Do you really "
+                                                   "want to delete this?")
+                                  : EditRows::kDeletion;
+    editIfConfirmed(question, [&] {
         EditRows::remove(ui->tableSongList, rows, editData->SongList);
         ui->pushSongListDelete->setEnabled(ui->tableSongList->selectionModel()->hasSelection());
         if (used) {
@@ -131,20 +122,15 @@ void EditDialog::on_pushSongListDelete_clicked()
             });
         }
         setSongListView();
-        return true;
     });
 }
 
 void EditDialog::on_pushSongListAllDel_clicked()
 {
-    edit([this] {
-        if (!isDeletionOfAllConfirmed()) {
-            return false;
-        }
+    editIfConfirmed(EditRows::kDeletionOfAll, [this] {
         editData->SongList.clear();
         changeSetLists([](std::vector<EditDataSet>& setList) { setList.clear(); });
         fillSongTable();
-        return true;
     });
 }
 
@@ -160,34 +146,20 @@ void EditDialog::on_tableSongList_cellChanged(int row, int column)
     edit([=] {
         const QString text = ui->tableSongList->item(row, column)->text();
         EditDataSong& song = editData->SongList[row];
-        switch (column) {
-        case kTitleColumn:
-            song.SongTitle = text;
-            break;
-        case kMemoColumn:
-            song.SongMemo = text;
-            break;
-        case kMarkerColumn:
-            song.Marker = toPosition(text);
-            break;
-        default:
-            song.Bar = toPosition(text);
-            break;
+        if (column == kTitleColumn || column == kMemoColumn) {
+            (column == kTitleColumn ? song.SongTitle : song.SongMemo) = text;
+        } else { // A minus would reach the DAW as a key: a negative number counts as no number, 0.
+            (column == kMarkerColumn ? song.Marker : song.Bar) = qMax(0, text.toInt());
         }
         setSongListView();
-        copySongToSetLists(song);
-        return true;
-    });
-}
-
-void EditDialog::copySongToSetLists(const EditDataSong& song)
-{
-    changeSetLists([&song](std::vector<EditDataSet>& setList) {
-        for (EditDataSet& entry : setList) {
-            if (entry.SetType == kSetTypeSong && entry.Song.Id == song.Id) {
-                entry.Song = song;
+        changeSetLists([&song](std::vector<EditDataSet>& setList) {
+            for (EditDataSet& entry : setList) {
+                if (entry.SetType == kSetTypeSong && entry.Song.Id == song.Id) {
+                    entry.Song = song;
+                }
             }
-        }
+        });
+        return true;
     });
 }
 

@@ -11,8 +11,5 @@ public:
     virtual void midiReconnect() = 0;     // Then: close and open the MIDI ports by their names.
 
 protected:
-    OperatorWindow() = default;
     ~OperatorWindow() = default;
-    OperatorWindow(const OperatorWindow&) = default;
-    OperatorWindow& operator=(const OperatorWindow&) = default;
 };

@@ -3,12 +3,14 @@
 
 #include "datafiles.h"
 #include "deviceid.h"
-#include "editdata.h"
 #include "operatorwindow.h"
 #include "qmidiin.h"
 #include "qmidiout.h"
 #include "ui_preferencedialog.h"
 
+#include <QApplication>
+#include <QColorDialog>
+#include <QFocusFrame>
 #include <QRegularExpressionValidator>
 #include <QWheelEvent>
 
@@ -22,23 +24,16 @@ namespace {
 constexpr QPoint kPlace{30, -10};
 
 template <class Port>
-QStringList portNames(Port* port)
-{
-    if (!port) {
-        return {};
-    }
-    try {
-        return port->getPorts();
-    } catch (const RtMidiError&) {
-        return {}; // No MIDI system: opening the ports after OK tells the operator.
-    }
-}
-
-void fillPorts(QComboBox* combo, const QStringList& names, const QString& stored)
+void fillPorts(QComboBox* combo, Port* port, const QString& stored, const QStringList& first = {})
 {
     combo->clear();
-    combo->addItems(names);
-    combo->setCurrentIndex(std::max(0, names.indexOf(stored)));
+    combo->addItems(first);
+    try {
+        combo->addItems(port ? port->getPorts() : QStringList());
+    } catch (const RtMidiError&) {
+        // No MIDI system, no ports: opening them after OK tells the operator.
+    }
+    combo->setCurrentIndex(std::max(0, combo->findText(stored)));
 }
 
 } // namespace
@@ -69,8 +64,8 @@ PreferenceDialog::PreferenceDialog(EditData* sharedData, QMidiIn* dawIn, QMidiIn
 
 PreferenceDialog::~PreferenceDialog() = default;
 
-// The form leaves this to us: connecting by name would complain of the slot that serves all boxes
-// of the note table. The port boxes have no editor, so their text changes with their index.
+// Connecting by name would warn of the slot that serves all boxes of the note table. The text of a
+// port box changes with its index.
 void PreferenceDialog::connectSlots()
 {
     using Self = PreferenceDialog;
@@ -80,10 +75,11 @@ void PreferenceDialog::connectSlots()
     connectPort(ui->comboMidiIn, &Self::on_comboMidiIn_currentIndexChanged);
     connectPort(ui->comboShortcutMidiIn, &Self::on_comboShortcutMidiIn_currentIndexChanged);
     connectPort(ui->comboMidiOut, &Self::on_comboMidiOut_currentIndexChanged);
-    for (QAbstractButton* button : ui->modes->buttons()) {
-        connect(button, &QAbstractButton::clicked, this,
-                [=](bool checked) { storeMode(checked, ui->modes->buttons().indexOf(button)); });
-    }
+    connect(ui->radioProBars, &QRadioButton::clicked, this, &Self::on_radioProBars_clicked);
+    connect(ui->radioProMarker, &QRadioButton::clicked, this, &Self::on_radioProMarker_clicked);
+    connect(ui->radioStudioBars, &QRadioButton::clicked, this, &Self::on_radioStudioBars_clicked);
+    connect(ui->radioStudioMarker, &QRadioButton::clicked, this,
+            &Self::on_radioStudioMarker_clicked);
     connect(ui->editDeviceID, &QLineEdit::textChanged, this, &Self::on_editDeviceID_textChanged);
     connect(ui->checkBoxArrowKey, &QCheckBox::clicked, this, &Self::on_checkBoxArrowKey_clicked);
     connect(ui->checkBoxShowKey, &QCheckBox::clicked, this, &Self::on_checkBoxShowKey_clicked);
@@ -91,6 +87,18 @@ void PreferenceDialog::connectSlots()
     connect(ui->pushNextColor, &QPushButton::clicked, this, &Self::on_pushNextColor_clicked);
     connect(ui->pushOK, &QPushButton::clicked, this, &Self::on_pushOK_clicked);
     connect(ui->pushCancel, &QPushButton::clicked, this, &Self::on_pushCancel_clicked);
+}
+
+// The style sheets of the colour buttons leave no sign of the keyboard focus: a frame around the
+// button shows it.
+void PreferenceDialog::setUpColorFocus()
+{
+    auto* frame = new QFocusFrame(this);
+    const QWidget* send = ui->pushSendColor;
+    const QWidget* next = ui->pushNextColor;
+    connect(qApp, &QApplication::focusChanged, frame, [=](QWidget*, QWidget* now) {
+        frame->setWidget(now == send || now == next ? now : nullptr);
+    });
 }
 
 void PreferenceDialog::setDispFromEdit()
@@ -103,9 +111,13 @@ void PreferenceDialog::setDispFromEdit()
         setDeviceIdFromEdit();
         ui->checkBoxArrowKey->setChecked(editData->ArrowKeyMode);
         ui->checkBoxShowKey->setChecked(editData->ShowKeyButton);
-        setPortsFromEdit();
+        fillPorts(ui->comboMidiIn, dawMidiIn, editData->MidiInPort);
+        fillPorts(ui->comboShortcutMidiIn, shortcutMidiIn, editData->ShortcutMidiInPort, {{}});
+        fillPorts(ui->comboMidiOut, dawMidiOut, editData->MidiOutPort);
         setNotesFromEdit();
-        setColorsFromEdit();
+        sendColor = editData->SendTextColor;
+        nextColor = editData->NextTextColor;
+        showColors();
     });
     ui->modes->checkedButton()->setFocus(); // And not the button that closed the dialog before.
     isChanged = false;
@@ -122,14 +134,6 @@ void PreferenceDialog::setDeviceIdFromEdit()
     }
 }
 
-void PreferenceDialog::setPortsFromEdit()
-{
-    fillPorts(ui->comboMidiIn, portNames(dawMidiIn), editData->MidiInPort);
-    fillPorts(ui->comboShortcutMidiIn, QStringList{QString()} + portNames(shortcutMidiIn),
-              editData->ShortcutMidiInPort);
-    fillPorts(ui->comboMidiOut, portNames(dawMidiOut), editData->MidiOutPort);
-}
-
 void PreferenceDialog::setEditFromDisp()
 {
     editData->DeviceId = ui->editDeviceID->text();
@@ -140,32 +144,8 @@ void PreferenceDialog::setEditFromDisp()
     editData->ShortcutMidiInPort = ui->comboShortcutMidiIn->currentText();
     editData->MidiOutPort = ui->comboMidiOut->currentText();
     setEditFromNotes();
-    setEditFromColors();
-}
-
-void PreferenceDialog::markIf(bool isChange)
-{
-    edit([isChange] { return isChange; });
-}
-
-void PreferenceDialog::on_comboMidiIn_currentIndexChanged(const QString& arg1)
-{
-    markIf(arg1 != editData->MidiInPort);
-}
-
-void PreferenceDialog::on_comboShortcutMidiIn_currentIndexChanged(const QString& arg1)
-{
-    markIf(arg1 != editData->ShortcutMidiInPort);
-}
-
-void PreferenceDialog::on_comboMidiOut_currentIndexChanged(const QString& arg1)
-{
-    markIf(arg1 != editData->MidiOutPort);
-}
-
-void PreferenceDialog::on_editDeviceID_textChanged(const QString& arg1)
-{
-    markIf(arg1 != editData->DeviceId);
+    editData->SendTextColor = sendColor;
+    editData->NextTextColor = nextColor;
 }
 
 void PreferenceDialog::storeMode(bool checked, int mode)
@@ -174,6 +154,34 @@ void PreferenceDialog::storeMode(bool checked, int mode)
         editData->Mode = mode;
         isChanged = true;
     }
+}
+
+void PreferenceDialog::showColors()
+{
+    setColorButtonStyle(ui->pushSendColor, sendColor);
+    setColorButtonStyle(ui->pushNextColor, nextColor);
+}
+
+void PreferenceDialog::chooseColor(QColor& colour)
+{
+    edit([&] {
+        const QColor chosen = QColorDialog::getColor(colour, this);
+        if (chosen.isValid()) {
+            colour = chosen;
+            showColors();
+        }
+        return chosen.isValid();
+    });
+}
+
+void PreferenceDialog::setColorButtonStyle(QPushButton* button, const QColor& colour)
+{
+    button->setStyleSheet(QStringLiteral(" QPushButton:hover {background-color:%1;} "
+                                         " QPushButton:pressed {background-color:%1;"
+                                         "border:1px solid %1;} "
+                                         " QPushButton {background-color:%1;border-style: solid;"
+                                         "border-radius: 5;} ")
+                              .arg(colour.name(QColor::HexArgb)));
 }
 
 void PreferenceDialog::save()

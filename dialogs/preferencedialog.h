@@ -60,20 +60,28 @@ public:
     static void setColorButtonStyle(QPushButton* button, const QColor& colour);
 
 private slots:
-    void on_comboMidiIn_currentIndexChanged(const QString& arg1);
-    void on_comboShortcutMidiIn_currentIndexChanged(const QString& arg1);
-    void on_comboMidiOut_currentIndexChanged(const QString& arg1);
+    void on_comboMidiIn_currentIndexChanged(const QString& arg1)
+    {
+        markIf(arg1 != editData->MidiInPort);
+    }
+    void on_comboShortcutMidiIn_currentIndexChanged(const QString& arg1)
+    {
+        markIf(arg1 != editData->ShortcutMidiInPort);
+    }
+    void on_comboMidiOut_currentIndexChanged(const QString& arg1)
+    {
+        markIf(arg1 != editData->MidiOutPort);
+    }
     void on_comboMidiCont_currentIndexChanged(int index) { markIf(index != -1); }
-    // These four do what a click on any button of the group does.
     void on_radioProBars_clicked(bool checked) { storeMode(checked, kModeProToolsBars); }
     void on_radioProMarker_clicked(bool checked) { storeMode(checked, kModeProToolsMarker); }
     void on_radioStudioBars_clicked(bool checked) { storeMode(checked, kModeStudioOneBars); }
     void on_radioStudioMarker_clicked(bool checked) { storeMode(checked, kModeStudioOneMarker); }
-    void on_editDeviceID_textChanged(const QString& arg1);
+    void on_editDeviceID_textChanged(const QString& arg1) { markIf(arg1 != editData->DeviceId); }
     void on_checkBoxArrowKey_clicked() { markIf(true); }
     void on_checkBoxShowKey_clicked() { markIf(true); }
-    void on_pushSendColor_clicked();
-    void on_pushNextColor_clicked();
+    void on_pushSendColor_clicked() { chooseColor(sendColor); }
+    void on_pushNextColor_clicked() { chooseColor(nextColor); }
     void on_pushOK_clicked() { saveAndClose(); }
     void on_pushCancel_clicked() { closeWithoutQuestion(); }
 
@@ -97,17 +105,16 @@ private:
     void setNotesFromEdit();
     void setEditFromNotes();
 
-    // Colours: preferencedialog_colors.cpp.
     void setUpColorFocus();
-    void setColorsFromEdit();
-    void setEditFromColors();
-    void chooseColor(QColor& colour, QPushButton* button);
-
     void connectSlots();
     void setDeviceIdFromEdit();
-    void setPortsFromEdit();
     void storeMode(bool checked, int mode); // A mode is the place of its button in the form.
-    void markIf(bool isChange);
+    void showColors();
+    void chooseColor(QColor& colour);
+    void markIf(bool isChange)
+    {
+        edit([isChange] { return isChange; });
+    }
 
     std::unique_ptr<Ui::PreferenceDialog> ui;
     EditData* editData;

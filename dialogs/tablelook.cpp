@@ -11,11 +11,21 @@
 
 namespace TableLook {
 
-const QColor kSelectionBackground{QStringLiteral("#B4EFEF")};
-const QColor kSelectedText{QStringLiteral("#000000")};
-const QColor kSpaceBackground{QStringLiteral("#CDCDCD")};
-
 namespace {
+
+constexpr int kRowHeight = 10; // Asked for; the style keeps rows as high as the text needs.
+
+const QColor kSelectionBackground{0xB4, 0xEF, 0xEF};
+const QColor kSpaceBackground{0xCD, 0xCD, 0xCD};
+
+// What a title item knows of its entry.
+constexpr int kKindRole = Qt::UserRole;
+constexpr int kSongIdRole = Qt::UserRole + 1;
+
+QString titleOf(const EditDataSet& entry)
+{
+    return entry.SetType == kSetTypeSpace ? entry.SpaceName : entry.Song.SongTitle;
+}
 
 // The desktop's style, without the gradients that some draw over the colours of cells and headers.
 class FlatStyle : public QProxyStyle
@@ -34,10 +44,10 @@ public:
         const auto* item = qstyleoption_cast<const QStyleOptionViewItem*>(option);
         if (element != PE_PanelItemViewItem || !item) {
             QProxyStyle::drawPrimitive(element, option, painter, widget);
-        } else if (item->state.testFlag(State_Selected)) {
-            painter->fillRect(item->rect, item->palette.brush(QPalette::Highlight));
         } else {
-            painter->fillRect(item->rect, item->backgroundBrush);
+            const bool isSelected = item->state.testFlag(State_Selected);
+            painter->fillRect(item->rect, isSelected ? item->palette.brush(QPalette::Highlight)
+                                                     : item->backgroundBrush);
         }
     }
 
@@ -94,19 +104,6 @@ void insertRow(QTableWidget* table, int row, std::initializer_list<QTableWidgetI
         table->setItem(row, column++, cell);
     }
 }
-
-namespace {
-
-// What a title item knows of its entry.
-constexpr int kKindRole = Qt::UserRole;
-constexpr int kSongIdRole = Qt::UserRole + 1;
-
-QString titleOf(const EditDataSet& entry)
-{
-    return entry.SetType == kSetTypeSpace ? entry.SpaceName : entry.Song.SongTitle;
-}
-
-} // namespace
 
 void insertEntry(QTableWidget* table, int row, const EditDataSet& entry)
 {

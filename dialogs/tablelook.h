@@ -13,15 +13,11 @@ struct EditDataSet;
 // The one look of all tables, and how a row is filled with a set-list entry.
 namespace TableLook {
 
-constexpr int kRowHeight = 10; // Asked for; the style keeps rows as high as the text needs.
-
 // The columns of a table that shows a set list.
 constexpr int kTitleColumn = 0; // A song's title or a space's name.
 constexpr int kCueColumn = 1;
 
-extern const QColor kSelectionBackground; // #B4EFEF
-extern const QColor kSelectedText;        // #000000
-extern const QColor kSpaceBackground;     // #CDCDCD
+inline const QColor kSelectedText(Qt::black);
 
 // White paper with black text, whatever the desktop's colours are and in all states of the window,
 // so that the colours of rows can be read.

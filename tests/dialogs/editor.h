@@ -32,11 +32,23 @@ inline EditData tour()
     return data;
 }
 
+// One letter for each title in a table or list: - for a space, ? for none.
+inline QString letters(const QAbstractItemView* view)
+{
+    QString all;
+    for (int row = 0; row < view->model()->rowCount(); ++row) {
+        const QModelIndex title = view->model()->index(row, 0);
+        const bool isGrey = title.data(Qt::BackgroundRole).value<QBrush>().color() == 0xCDCDCD;
+        all += isGrey ? "-" : title.data().toString().isEmpty() ? "?" : title.data().toString();
+    }
+    return all;
+}
+
 // The editor, opened on some data, and a user's mouse and keyboard on it.
 class Editor
 {
 public:
-    explicit Editor(const EditData& contents = tour()) : data(contents)
+    explicit Editor(EditData contents = tour()) : data(std::move(contents))
     {
         dialog.setDispFromEdit();
         dialog.show();
@@ -48,8 +60,6 @@ public:
     {
         return dialog.findChild<Widget*>(name);
     }
-
-    bool isEnabled(const QString& name) { return find<QWidget>(name)->isEnabled(); }
 
     void press(const QString& name) { QTest::mouseClick(find(name), Qt::LeftButton); }
 

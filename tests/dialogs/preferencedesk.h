@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "../app/fakemidi.h"
 #include "datafiles.h"
 #include "dialogtest.h"
 #include "editdata.h"
 #include "preferencedialog.h"
+#include "qmidiin.h"
+#include "qmidiout.h"
 
 #include <QComboBox>
 #include <QFile>
@@ -12,19 +15,21 @@
 #include <QTableWidget>
 #include <QTimer>
 
-const QStringList kConfirmed{"setPreferenceData", "midiReconnect"};
+#include <functional>
 
-// The dialog over new data, with no preference file, as the operator window has it.
+// The dialog over new data, with no preference file, on a MIDI system with "First" and "Second".
 struct PreferenceDesk
 {
     EditData data;
+    QMidiIn in;
+    QMidiIn controller;
+    QMidiOut out;
     FakeWindow owner;
-    PreferenceDialog dialog;
+    PreferenceDialog dialog{&data, &in, &controller, &out, &owner};
 
-    explicit PreferenceDesk(QMidiIn* in = nullptr, QMidiIn* controller = nullptr,
-                            QMidiOut* out = nullptr)
-        : dialog(&data, in, controller, out, &owner)
+    PreferenceDesk()
     {
+        data.MidiInPort = data.MidiOutPort = "First";
         QFile::remove(preferenceFilePath());
     }
 
@@ -36,8 +41,7 @@ struct PreferenceDesk
     void click(const char* button) const { find<QAbstractButton>(button)->click(); }
 
     // Opens the dialog as the operator window does, acts, and leaves by Escape what is still open.
-    template <class Act>
-    void open(const Act& act)
+    void open(const std::function<void()>& act)
     {
         dialog.setDispFromEdit();
         QTimer::singleShot(0, &dialog, [&] {

@@ -1,48 +1,44 @@
 // SPDX-License-Identifier: MIT
 #include "preferencedesk.h"
 
+#include <QApplication>
 #include <QColorDialog>
 #include <QHeaderView>
-#include <QLineEdit>
 #include <QWheelEvent>
-
-#include <functional>
 
 using DeskAct = std::function<void(PreferenceDesk&)>;
 Q_DECLARE_METATYPE(DeskAct)
 
 namespace {
 
-const QString kPort = "Launchkey Mini MK3:Launchkey Mini MK3 MIDI 1 24:0";
+const QStringList kConfirmed{"setPreferenceData", "midiReconnect"};
 
 // The preference file of a new EditData that was confirmed untouched.
 const QByteArray kUntouched =
-    "[General]\nArrowKeyMode=false\nDeviceId=00\nMidiInPort=\nMidiOutPort=\nMode=0\n"
+    "[General]\nArrowKeyMode=false\nDeviceId=00\nMidiInPort=First\nMidiOutPort=First\nMode=0\n"
     "NextTextColor=@Variant(\\0\\0\\0\\x43\\x1\\xff\\xff\\0\\0\\0\\0\\xbb\\xbb\\0\\0)\n"
     "NoteDawPlay=33\nNoteDawStop=35\nNoteLocate=31\nNoteSongDown=29\nNoteSongUp=28\n"
     "SendTextColor=@Variant(\\0\\0\\0\\x43\\x1\\xff\\xff\\xbb\\xbb\\0\\0\\0\\0\\0\\0)\n"
     "ShortcutMidiInPort=\nShowKeyButton=true\n";
 
-// The lines in which the preference file of this data is another one.
-QByteArray changes(EditData data)
+// The lines in which a preference file is another one; none if there is no file.
+QByteArray changes(const QString& path = preferenceFilePath())
 {
-    QFile file(preferenceFilePath() + ".copy");
-    file.remove();
-    data.writePreference(file.fileName());
-    file.open(QIODevice::ReadOnly);
-    QByteArrayList lines = file.readAll().split('\n');
+    QFile file(path);
+    QByteArrayList lines =
+        file.open(QIODevice::ReadOnly) ? file.readAll().split('\n') : QByteArrayList();
     for (const QByteArray& line : kUntouched.split('\n')) {
         lines.removeOne(line);
     }
     return lines.join('\n');
 }
 
-// The same of the preference file.
-QByteArray stored()
+// The same of the file that this data gives.
+QByteArray changes(EditData data)
 {
-    EditData data;
-    data.readPreference(preferenceFilePath());
-    return changes(data);
+    const QString copy = preferenceFilePath() + ".copy";
+    data.writePreference(copy);
+    return changes(copy);
 }
 
 QComboBox* noteBox(const PreferenceDesk& desk, int row, int column)
@@ -56,15 +52,14 @@ DeskAct click(const char* button)
     return [=](PreferenceDesk& desk) { desk.click(button); };
 }
 
-// A port that appears while the dialog is open; it may be the one that is stored.
+// Chooses the second port, which may be the one that is stored.
 DeskAct choosePort(const char* name, QString EditData::*stored = nullptr)
 {
     return [=](PreferenceDesk& desk) {
         if (stored) {
-            desk.data.*stored = kPort;
+            desk.data.*stored = "Second";
         }
-        desk.find<QComboBox>(name)->addItem(kPort);
-        desk.find<QComboBox>(name)->setCurrentText(kPort);
+        desk.find<QComboBox>(name)->setCurrentText("Second");
     };
 }
 
@@ -114,20 +109,19 @@ void turnWheelOverNotes(PreferenceDesk& desk)
     QVERIFY(!turn.isAccepted()); // What the box stands in may scroll.
 }
 
-// Closes the dialog, with an answer to the question or without one.
-DeskAct close(QMessageBox::StandardButton answer)
+// Closes the dialog, once for each answer to the question whether to save; without answers, there
+// must be no question.
+DeskAct close(const QVector<QMessageBox::StandardButton>& answers)
 {
     return [=](PreferenceDesk& desk) {
         ModalScript script;
-        answerSaveQuestion(script, answer);
+        for (const auto answer : answers) {
+            QVERIFY(desk.dialog.isVisible());
+            answerSaveQuestion(script, answer);
+            desk.dialog.close();
+        }
         desk.dialog.close();
     };
-}
-
-void closeAtOnce(PreferenceDesk& desk)
-{
-    const ModalScript script; // A question would fail it.
-    desk.dialog.close();
 }
 
 } // namespace
@@ -161,7 +155,8 @@ private slots:
             QVERIFY(!desk.find("checkBoxArrowKey")->isVisible());
             QCOMPARE(table->verticalHeader()->length(), table->viewport()->height());
             const auto* box = desk.find<QComboBox>("comboMidiIn");
-            QVERIFY(box->width() > box->fontMetrics().horizontalAdvance(kPort) + box->height());
+            const QString port = "Launchkey Mini MK3:Launchkey Mini MK3 MIDI 1 24:0";
+            QVERIFY(box->width() > box->fontMetrics().horizontalAdvance(port) + box->height());
         });
     }
 
@@ -174,21 +169,20 @@ private slots:
                             bool isChange = true) {
             QTest::newRow(name) << change << line << isChange;
         };
-        const QByteArray port = kPort.toLatin1();
         const QByteArray red = R"(TextColor=@Variant(\0\0\0\x43\x1\xff\xff\xff\xff\0\0\0\0\0\0))";
         row("mode 1", click("radioProMarker"), "Mode=1");
         row("mode 2", click("radioStudioBars"), "Mode=2");
         row("mode 3", click("radioStudioMarker"), "Mode=3");
         row("same mode", click("radioProBars"), "", false);
-        row("input", choosePort("comboMidiIn"), "MidiInPort=" + port);
-        row("same input", choosePort("comboMidiIn", &EditData::MidiInPort), "MidiInPort=" + port,
+        row("input", choosePort("comboMidiIn"), "MidiInPort=Second");
+        row("same input", choosePort("comboMidiIn", &EditData::MidiInPort), "MidiInPort=Second",
             false);
-        row("controller", choosePort("comboShortcutMidiIn"), "ShortcutMidiInPort=" + port);
+        row("controller", choosePort("comboShortcutMidiIn"), "ShortcutMidiInPort=Second");
         row("same controller", choosePort("comboShortcutMidiIn", &EditData::ShortcutMidiInPort),
-            "ShortcutMidiInPort=" + port, false);
-        row("output", choosePort("comboMidiOut"), "MidiOutPort=" + port);
-        row("same output", choosePort("comboMidiOut", &EditData::MidiOutPort),
-            "MidiOutPort=" + port, false);
+            "ShortcutMidiInPort=Second", false);
+        row("output", choosePort("comboMidiOut"), "MidiOutPort=Second");
+        row("same output", choosePort("comboMidiOut", &EditData::MidiOutPort), "MidiOutPort=Second",
+            false);
         row("device ID", typeDeviceId("Gx1-af"), "DeviceId=1A"); // The rest is refused.
         row("no device ID", typeDeviceId("GZ"), "", false);
         row("key buttons", click("checkBoxShowKey"), "ShowKeyButton=false");
@@ -217,28 +211,17 @@ private slots:
                 QVERIFY(!desk.dialog.isVisible());
             });
             QCOMPARE(changes(desk.data), stores ? line : atOnce);
-            QCOMPARE(stored(), stores ? line : QByteArray());
+            QCOMPARE(changes(), stores ? line : QByteArray());
             QCOMPARE(desk.owner.calls, stores ? kConfirmed : QStringList());
         };
         leave(click("pushOK"), true);
         leave(click("pushCancel"), false);
-        leave(isChange ? close(QMessageBox::No) : closeAtOnce, false);
-    }
-
-    // Cancel and the question's Escape keep the dialog and the change.
-    void asksUntilItIsAnswered()
-    {
-        PreferenceDesk desk;
-        desk.open([&desk] {
-            desk.click("checkBoxShowKey");
-            for (const auto answer :
-                 {QMessageBox::Cancel, QMessageBox::NoButton, QMessageBox::Save}) {
-                QVERIFY(desk.dialog.isVisible());
-                close(answer)(desk);
-            }
-        });
-        QCOMPARE(stored(), QByteArray("ShowKeyButton=false"));
-        QCOMPARE(desk.owner.calls, kConfirmed);
+        leave(close(isChange ? QVector{QMessageBox::Cancel, QMessageBox::No}
+                             : QVector<QMessageBox::StandardButton>()),
+              false);
+        if (isChange) {
+            leave(close({QMessageBox::NoButton, QMessageBox::Save}), true);
+        }
     }
 
     // Left by Escape without a question, the dialog shows what is stored when it is opened again.
@@ -246,20 +229,19 @@ private slots:
     {
         PreferenceDesk desk;
         desk.open([&desk] {
-            desk.click("checkBoxShowKey");
+            desk.click("checkBoxArrowKey");
             chooseColor("pushNextColor", 0x0000BB, Qt::red)(desk);
             QTest::keyClick(&desk.dialog, Qt::Key_Escape);
         });
-        desk.data.MidiInPort = "Gone:in";
-        desk.data.ShortcutMidiInPort = "Gone:controller";
+        desk.data.MidiInPort = "Second";
+        desk.data.ShortcutMidiInPort = "FIRST"; // Letter case counts: not there.
+        desk.data.MidiOutPort = "Gone";
+        desk.open([&desk] { close({})(desk); }); // Nothing has changed but by the dialog.
         desk.open([&desk] {
-            QVERIFY(desk.find<QAbstractButton>("checkBoxShowKey")->isChecked());
             QVERIFY(desk.find("pushNextColor")->styleSheet().contains(":#ff0000bb;}"));
             desk.click("pushOK");
         });
-        QFile file(preferenceFilePath()); // Of a port that is gone, the name is empty.
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(file.readAll(), kUntouched);
+        QCOMPARE(changes(), QByteArray("MidiInPort=Second"));
     }
 
     // What the dialog cannot show stays as it is stored. Return confirms, as OK does.
@@ -280,7 +262,7 @@ private slots:
                 QTest::keyClick(desk.find("editDeviceID"), Qt::Key_Return);
                 QVERIFY(!desk.dialog.isVisible());
             });
-            QVERIFY(stored().contains("DeviceId=5A"));
+            QVERIFY(changes().contains("DeviceId=5A"));
             QCOMPARE(desk.data.Mode, 7);
             QVERIFY(!desk.data.SendTextColor.isValid());
         }
@@ -291,18 +273,12 @@ private slots:
         QTest::addColumn<int>("note");
         QTest::addColumn<QString>("shown");
         QTest::addColumn<int>("after");
-        const auto row = [](const char* name, int note, const char* shown, int after) {
-            QTest::newRow(name) << note << shown << after;
-        };
-        row("lowest", 0, "C/-1", 0);
-        row("D", 38, "D/2", 38);
-        row("F", 53, "F/3", 53);
-        row("A", 69, "A/4", 69);
-        row("B", 83, "B/5", 83);
-        row("highest", 127, "G/9", 127);
-        row("black key", 61, "C/4", 60);
-        row("too high", 128, "G/9", 127);
-        row("too low", -1, "C/-1", 0);
+        QTest::newRow("lowest") << 0 << "C/-1" << 0;
+        QTest::newRow("D") << 38 << "D/2" << 38; // The default notes are E, F, G, A and B.
+        QTest::newRow("highest") << 127 << "G/9" << 127;
+        QTest::newRow("black key") << 61 << "C/4" << 60;
+        QTest::newRow("too high") << 128 << "G/9" << 127;
+        QTest::newRow("too low") << -1 << "C/-1" << 0;
     }
 
     void showsNotes()
@@ -328,14 +304,11 @@ private slots:
         QTest::addColumn<QString>("text");
         QTest::addColumn<Qt::Key>("end");
         QTest::addColumn<int>("note"); // Over E 1, note 28.
-        const auto row = [](const char* name, int column, const char* text, Qt::Key end, int note) {
-            QTest::newRow(name) << column << text << end << note;
-        };
-        row("still typing", 0, "d", Qt::Key_Shift, 26);
-        row("octave", 1, "-1", Qt::Key_Tab, 4);
-        row("not listed", 0, "H", Qt::Key_Tab, 28);
-        row("added by Return", 0, "H", Qt::Key_Return, 24);
-        row("octave added by Return", 1, "12", Qt::Key_Return, 127);
+        QTest::newRow("still typing") << 0 << "d" << Qt::Key_Shift << 26;
+        QTest::newRow("octave") << 1 << "-1" << Qt::Key_Tab << 4;
+        QTest::newRow("not listed") << 0 << "H" << Qt::Key_Tab << 28;
+        QTest::newRow("added by Return") << 0 << "H" << Qt::Key_Return << 24;
+        QTest::newRow("octave added by Return") << 1 << "12" << Qt::Key_Return << 127;
     }
 
     // What is shown is what counts.
