@@ -38,8 +38,6 @@ using CFStringEncoding = std::uint32_t;
 enum : CFStringEncoding { kCFStringEncodingUTF8 = 0x08000100 };
 
 void CFRelease(CFTypeRef object);
-CFIndex CFStringGetLength(CFStringRef string); // In UTF-16 units.
-CFIndex CFStringGetMaximumSizeForEncoding(CFIndex length, CFStringEncoding encoding);
 Boolean CFStringGetCString(CFStringRef string, char* buffer, CFIndex bufferSize,
                            CFStringEncoding encoding);
 

@@ -20,8 +20,6 @@ typedef const struct __CFString* CFStringRef;
 typedef UInt32 CFStringEncoding;
 enum CFStringBuiltInEncodings : CFStringEncoding { kCFStringEncodingUTF8 = 0x08000100 };
 extern void CFRelease(CFTypeRef cf);
-extern CFIndex CFStringGetLength(CFStringRef theString);
-extern CFIndex CFStringGetMaximumSizeForEncoding(CFIndex length, CFStringEncoding encoding);
 extern Boolean CFStringGetCString(CFStringRef theString, char* buffer, CFIndex bufferSize,
                                   CFStringEncoding encoding);
 
