@@ -103,8 +103,9 @@ std::optional<X11KeyMap::Stroke> strokeOf(Session& current, const __CGEvent& eve
     return stroke;
 }
 
-X11Connection::Outcome post(X11Connection& x11, xcb_window_t window, X11KeyMap::Stroke stroke,
-                            bool isDown)
+// Sends the message; the outcome can be asked of a press only.
+xcb_void_cookie_t post(const X11Connection& x11, xcb_window_t window, X11KeyMap::Stroke stroke,
+                       bool isDown)
 {
     xcb_key_press_event_t message = {};
     message.response_type = isDown ? XCB_KEY_PRESS : XCB_KEY_RELEASE;
@@ -116,8 +117,9 @@ X11Connection::Outcome post(X11Connection& x11, xcb_window_t window, X11KeyMap::
     message.same_screen = 1;
     // Without an event mask the message goes to the client that made the window, whatever that
     // client has selected.
-    return x11.send(xcb_send_event_checked(x11.xcb(), 0, window, XCB_EVENT_MASK_NO_EVENT,
-                                           reinterpret_cast<const char*>(&message)));
+    const auto send = isDown ? xcb_send_event_checked : xcb_send_event;
+    return send(x11.xcb(), 0, window, XCB_EVENT_MASK_NO_EVENT,
+                reinterpret_cast<const char*>(&message));
 }
 
 void press(Session& current, const ProcessSerialNumber& receiver, X11KeyMap::Stroke stroke)
@@ -125,7 +127,8 @@ void press(Session& current, const ProcessSerialNumber& receiver, X11KeyMap::Str
     current.pressedWindow =
         isRunning(receiver) ? current.windows.keyWindow(pidOf(receiver)) : xcb_window_t(XCB_NONE);
     if (current.pressedWindow) {
-        current.pressed = post(current.connection, current.pressedWindow, stroke, true);
+        const auto request = post(current.connection, current.pressedWindow, stroke, true);
+        current.pressed = current.connection.send(request);
     }
 }
 
@@ -139,6 +142,7 @@ void release(Session& current, const ProcessSerialNumber& receiver, X11KeyMap::S
     }
     if (current.pressedWindow) {
         post(current.connection, current.pressedWindow, stroke, false);
+        xcb_flush(current.connection.xcb());
         current.pressedWindow = XCB_NONE;
     }
 }

@@ -3,6 +3,7 @@
 #include "baretable.h"
 #include "benchmarks.h"
 #include "comparison.h"
+#include "servers.h"
 #include "shows.h"
 #include "standin.h"
 #include "timing.h"
@@ -30,6 +31,7 @@ void pause(bool pausesAfterStop, int keys)
 
 void measureLocate(benchmark::State& state, const QString& dawName, int mode, int keys)
 {
+    const WindowManager windowManager;
     StandIn daw(dawName);
     EditData data = sampleData();
     data.Mode = mode;
