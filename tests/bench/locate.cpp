@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// LOCATE from the button to the stand-in DAW: real keys over X11, real MMC over JACK.
+// LOCATE from the button to the stand-in DAW: real keys over X11 under a window manager, real MMC
+// over JACK.
 #include "baretable.h"
 #include "benchmarks.h"
 #include "comparison.h"
@@ -36,8 +37,8 @@ void measureLocate(benchmark::State& state, const QString& dawName, int mode, in
     EditData data = sampleData();
     data.Mode = mode;
     data.MidiOutPort = StandIn::kMmcPort;
-    if (!daw.isReady()) {
-        throw std::runtime_error("the stand-in DAW does not start");
+    if (!windowManager.isRunning() || !daw.isReady()) {
+        throw std::runtime_error("the window manager or the stand-in DAW does not start");
     }
     const WindowDriver velt(data);
     Comparison ms;
