@@ -36,7 +36,7 @@ QByteArray baseName(const QByteArray& filePath)
 QByteArray completeName(pid_t pid, const QByteArray& name)
 {
     const QByteArray command = contents(pid, "cmdline");
-    const QByteArray argument = baseName(command.left(command.indexOf('\0')));
+    QByteArray argument = baseName(command.left(command.indexOf('\0')));
     if (argument.startsWith(name)) {
         return argument;
     }

@@ -3,7 +3,6 @@
 
 #include "cfobjects.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace {
@@ -91,10 +90,11 @@ Events presses(int application, const QVector<int>& keys)
 
 OSErr GetCurrentProcess(ProcessSerialNumber* process)
 {
-    const auto own = std::find_if(running.cbegin(), running.cend(), [](const auto& one) {
-        return one.kind == Recording::Application::Own;
-    });
-    *process = handle(static_cast<int>(own - running.cbegin()));
+    int own = 0;
+    while (own < running.size() && running[own].kind != Recording::Application::Own) {
+        ++own;
+    }
+    *process = handle(own);
     return noErr;
 }
 
