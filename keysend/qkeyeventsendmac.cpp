@@ -2,11 +2,11 @@
 #include "qkeyeventsendmac.h"
 
 #include <cstring>
-#include <vector>
 
 namespace {
 
-constexpr CFIndex kNameBufferBytes = 255; // With the terminating zero.
+constexpr CFIndex kNameBufferBytes = 255;   // With the terminating zero.
+constexpr CFIndex kLongestNameBytes = 1024; // Of a file: 255 UTF-16 units.
 constexpr unsigned int kKeyHoldUs = 30000;
 
 // Writes the name into `slot`, if too long cut at the start of a UTF-8 character; false if the name
@@ -16,17 +16,15 @@ bool storeName(CFStringRef name, char* slot)
     if (CFStringGetCString(name, slot, kNameBufferBytes, kCFStringEncodingUTF8)) {
         return true;
     }
-    const CFIndex bytes =
-        CFStringGetMaximumSizeForEncoding(CFStringGetLength(name), kCFStringEncodingUTF8) + 1;
-    std::vector<char> whole(static_cast<std::size_t>(bytes));
-    if (!CFStringGetCString(name, whole.data(), bytes, kCFStringEncodingUTF8)) {
+    char whole[kLongestNameBytes];
+    if (!CFStringGetCString(name, whole, sizeof whole, kCFStringEncodingUTF8)) {
         return false;
     }
     std::size_t length = kNameBufferBytes - 1;
-    while (length > 0 && (static_cast<unsigned char>(whole[length]) & 0xc0U) == 0x80U) {
+    while ((static_cast<unsigned char>(whole[length]) & 0xc0U) == 0x80U) {
         --length;
     }
-    std::memcpy(slot, whole.data(), length);
+    std::memcpy(slot, whole, length);
     slot[length] = '\0';
     return true;
 }

@@ -8,8 +8,8 @@
 class QKeyEventSendWin
 {
 public:
-    void init();
-    void sendKeyEvent(int pos, unsigned char key, bool isCmd);
+    void init() {}
+    void sendKeyEvent(int, unsigned char, bool) {}
 
 private:
     QStringList procNameList;

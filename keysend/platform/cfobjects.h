@@ -3,26 +3,32 @@
 
 #include "macevents.h"
 
-#include <QString>
+#include <QByteArray>
 
-// The strings and key events of the providers outside macOS. Implements CFRelease,
-// CFStringGet..., CGEventCreateKeyboardEvent and CGEventSetFlags. An object lives until it is
-// released.
+// The strings and key events of the providers outside macOS, with the calls that make, read and
+// release them.
+
+struct CFObject
+{
+    CFObject() { ++unreleased; }
+    virtual ~CFObject() { --unreleased; }
+    Q_DISABLE_COPY_MOVE(CFObject)
+
+    static int unreleased; // For tests.
+};
 
 // NOLINTBEGIN(bugprone-reserved-identifier): the platform's own names.
-struct __CFString
+struct __CFString : CFObject
 {
-    QString text;
+    explicit __CFString(const QByteArray& text) : utf8(text) {}
+
+    QByteArray utf8;
 };
 
-struct __CGEvent
+struct __CGEvent : CFObject
 {
-    CGKeyCode key;
-    bool isDown;
-    CGEventFlags flags; // 0 as created.
+    CGKeyCode key = 0;
+    bool isDown = false;
+    CGEventFlags flags = {};
 };
 // NOLINTEND(bugprone-reserved-identifier)
-
-CFStringRef createString(const QString& text);
-// The number of objects that are not released, for tests.
-int unreleasedObjects();

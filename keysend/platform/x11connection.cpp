@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "x11connection.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <csignal>
 #include <poll.h>
 #include <string_view>
-#include <utility>
 #include <xcb/res.h>
 #include <xcb/xcbext.h>
 
@@ -19,8 +19,8 @@ constexpr std::uint32_t kMaxNumbers = 65536;
 
 // In the order of X11Connection::Atom.
 constexpr std::array<std::string_view, X11Connection::kAtoms> kAtomNames = {
-    "_NET_SUPPORTING_WM_CHECK", "_NET_CLIENT_LIST", "_NET_CLIENT_LIST_STACKING",
-    "_NET_ACTIVE_WINDOW",       "_NET_WM_PID",      "WM_STATE"};
+    "_NET_SUPPORTING_WM_CHECK", "_NET_CLIENT_LIST_STACKING", "_NET_ACTIVE_WINDOW", "_NET_WM_PID",
+    "WM_STATE"};
 
 void ignoreBrokenPipes()
 {
@@ -42,33 +42,24 @@ const xcb_screen_t* screenOf(xcb_connection_t* connection, int number)
 
 } // namespace
 
-X11Connection::X11Connection()
+X11Connection::X11Connection() : connection(nullptr, xcb_disconnect)
 {
     ignoreBrokenPipes();
     int screen = 0;
     connection.reset(xcb_connect(nullptr, &screen));
-    if (xcb_connection_has_error(connection.get())) {
+    if (xcb_connection_has_error(xcb())) {
         return;
     }
-    rootWindow = screenOf(connection.get(), screen)->root;
-    xcb_prefetch_extension_data(connection.get(), &xcb_res_id);
-    isReady = internAtoms();
-}
-
-bool X11Connection::internAtoms()
-{
-    std::array<xcb_intern_atom_cookie_t, kAtoms> requests = {};
-    for (std::size_t i = 0; i < kAtoms; ++i) {
-        requests[i] = xcb_intern_atom(xcb(), 0, static_cast<std::uint16_t>(kAtomNames[i].size()),
-                                      kAtomNames[i].data());
-    }
-    bool isComplete = true;
-    for (std::size_t i = 0; i < kAtoms; ++i) {
-        const auto atom = reply<xcb_intern_atom_reply_t>(requests[i]);
-        atoms[i] = atom ? atom->atom : xcb_atom_t(XCB_ATOM_NONE);
-        isComplete = isComplete && atom;
-    }
-    return isComplete;
+    rootWindow = screenOf(xcb(), screen)->root;
+    xcb_prefetch_extension_data(xcb(), &xcb_res_id);
+    xcb_intern_atom_cookie_t requests[kAtoms];
+    std::transform(kAtomNames.begin(), kAtomNames.end(), requests, [this](auto name) {
+        return xcb_intern_atom(xcb(), 0, static_cast<std::uint16_t>(name.size()), name.data());
+    });
+    std::transform(std::begin(requests), std::end(requests), atoms, [this](auto request) {
+        const auto atom = reply<xcb_intern_atom_reply_t>(request);
+        return atom ? atom->atom : xcb_atom_t(XCB_ATOM_NONE);
+    });
 }
 
 X11Connection::State X11Connection::state()
@@ -76,8 +67,8 @@ X11Connection::State X11Connection::state()
     // What came before the end of the connection must be read first.
     do {
         readEvents();
-    } while (!xcb_connection_has_error(xcb()) && hasInput(0ms));
-    if (!isReady || xcb_connection_has_error(xcb())) {
+    } while (!xcb_connection_has_error(xcb()) && hasInput(0));
+    if (!atoms[kAtoms - 1] || xcb_connection_has_error(xcb())) {
         return Lost;
     }
     X11Reply<void> late;
@@ -122,11 +113,6 @@ std::vector<std::uint32_t> X11Connection::numbers(xcb_get_property_cookie_t requ
     return {first, first + property->value_len};
 }
 
-bool X11Connection::takeKeyMapChange()
-{
-    return std::exchange(isKeyMapChanged, false);
-}
-
 void* X11Connection::await(unsigned int sequence)
 {
     if (unanswered) {
@@ -137,7 +123,6 @@ void* X11Connection::await(unsigned int sequence)
     const auto end = std::chrono::steady_clock::now() + kAnswerTime;
     X11Reply<void> reply;
     for (;;) {
-        readEvents();
         if (takeReply(sequence, reply)) {
             return reply.release();
         }
@@ -147,14 +132,16 @@ void* X11Connection::await(unsigned int sequence)
             unanswered = sequence;
             return nullptr;
         }
-        hasInput(left);
+        if (hasInput(static_cast<int>(left.count()))) {
+            readEvents();
+        }
     }
 }
 
-bool X11Connection::hasInput(std::chrono::milliseconds within)
+bool X11Connection::hasInput(int withinMs)
 {
     pollfd socket = {xcb_get_file_descriptor(xcb()), POLLIN, 0};
-    return ::poll(&socket, 1, static_cast<int>(within.count())) > 0;
+    return ::poll(&socket, 1, withinMs) > 0;
 }
 
 // Whether the request has had its outcome, a failure or the loss of the server included; `reply`

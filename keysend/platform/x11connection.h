@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <chrono>
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 #include <xcb/xcb.h>
 
@@ -28,7 +28,7 @@ class X11Connection
 {
 public:
     enum State { Working, Hung, Lost };
-    enum Atom { SupportingWmCheck, ClientList, ClientListStacking, ActiveWindow, WmPid, WmState };
+    enum Atom { SupportingWmCheck, ClientListStacking, ActiveWindow, WmPid, WmState };
     static constexpr int kAtoms = WmState + 1;
 
     X11Connection();
@@ -38,7 +38,7 @@ public:
     State state();
 
     xcb_connection_t* xcb() const { return connection.get(); }
-    const xcb_setup_t& setup() const { return *xcb_get_setup(connection.get()); }
+    const xcb_setup_t& setup() const { return *xcb_get_setup(xcb()); }
     xcb_window_t root() const { return rootWindow; }
 
     // The reply to a request; none if the request failed, or the server is lost or hung.
@@ -64,24 +64,17 @@ public:
     std::vector<std::uint32_t> numbers(xcb_get_property_cookie_t request);
 
     // Whether the server's key map has changed since the last call, as of the last reply.
-    bool takeKeyMapChange();
+    bool takeKeyMapChange() { return std::exchange(isKeyMapChanged, false); }
 
 private:
-    struct Disconnect
-    {
-        void operator()(xcb_connection_t* c) const { xcb_disconnect(c); }
-    };
-
-    bool internAtoms();
     void* await(unsigned int sequence);
     bool takeReply(unsigned int sequence, X11Reply<void>& reply);
-    bool hasInput(std::chrono::milliseconds within);
+    bool hasInput(int withinMs);
     void readEvents();
 
-    std::unique_ptr<xcb_connection_t, Disconnect> connection;
+    std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)> connection;
     xcb_window_t rootWindow = XCB_NONE;
-    xcb_atom_t atoms[kAtoms] = {};
-    bool isReady = false; // The server was there and gave the atoms.
+    xcb_atom_t atoms[kAtoms] = {}; // The last is known once all are.
     bool isKeyMapChanged = false;
     std::optional<unsigned int> unanswered; // The request on which the server was found hung.
 };

@@ -14,7 +14,7 @@ constexpr xcb_keysym_t kNumLock = 0xff7f;
 constexpr xcb_keysym_t kKeypadDecimal = 0xffae;
 
 constexpr std::size_t kModifiers = 8; // Shift, Lock, Control, Mod1 to Mod5.
-constexpr unsigned int kLevels = 2;   // Of the first group: the first keysyms of a keycode.
+constexpr std::size_t kLevels = 2;    // Of the first group: the first keysyms of a keycode.
 
 bool needsNumLock(xcb_keysym_t keysym)
 {
@@ -23,14 +23,17 @@ bool needsNumLock(xcb_keysym_t keysym)
 
 } // namespace
 
-X11KeyMap::X11KeyMap(xcb_keycode_t firstKeycode, unsigned int keysymsPerKeycode,
+X11KeyMap::X11KeyMap(xcb_keycode_t firstKeycode, std::size_t keysymsPerKeycode,
                      std::vector<xcb_keysym_t> keysyms,
                      const std::vector<xcb_keycode_t>& modifierRows)
-    : first(firstKeycode),
-      perKeycode(keysymsPerKeycode),
-      map(std::move(keysyms)),
-      numLock(findNumLock(modifierRows))
+    : first(firstKeycode), perKeycode(keysymsPerKeycode), map(std::move(keysyms))
 {
+    const auto numLockKey = std::find_if(modifierRows.begin(), modifierRows.end(),
+                                         [this](auto key) { return strokeAt(key, kNumLock); });
+    if (numLockKey != modifierRows.end()) {
+        const auto place = static_cast<std::size_t>(numLockKey - modifierRows.begin());
+        numLock = static_cast<std::uint16_t>(1U << (place * kModifiers / modifierRows.size()));
+    }
 }
 
 std::optional<X11KeyMap> X11KeyMap::read(X11Connection& connection)
@@ -52,51 +55,28 @@ std::optional<X11KeyMap> X11KeyMap::read(X11Connection& connection)
                      {codes, codes + xcb_get_modifier_mapping_keycodes_length(rows.get())});
 }
 
-std::optional<X11KeyMap::Stroke> X11KeyMap::stroke(xcb_keysym_t keysym) const
+X11KeyMap::Stroke X11KeyMap::stroke(const MacKey& key) const
 {
-    const MacKey* const key = findMacKeyOfKeysym(keysym);
-    if (!key) {
-        return std::nullopt;
+    auto found = strokeAt(key.usualKeycode, key.keysym);
+    for (std::size_t keycode = first; !found && keycode <= UINT8_MAX; ++keycode) {
+        found = strokeAt(keycode, key.keysym);
     }
-    if (const auto level = levelOf(keysym, key->usualKeycode)) {
-        return Stroke{key->usualKeycode, modifiers(keysym, *level)};
+    Stroke stroke = found.value_or(Stroke{key.usualKeycode, 0});
+    if (numLock && needsNumLock(key.keysym)) {
+        stroke.state = numLock;
     }
-    const std::size_t end = first + map.size() / std::max(perKeycode, 1U);
-    for (std::size_t keycode = first; keycode < end; ++keycode) {
-        const auto code = static_cast<xcb_keycode_t>(keycode);
-        if (const auto level = levelOf(keysym, code)) {
-            return Stroke{code, modifiers(keysym, *level)};
-        }
-    }
-    return Stroke{key->usualKeycode, modifiers(keysym, 0)};
+    return stroke;
 }
 
-std::optional<int> X11KeyMap::levelOf(xcb_keysym_t keysym, xcb_keycode_t keycode) const
+// With Shift where the keysym is on the second level; none if it is on neither.
+std::optional<X11KeyMap::Stroke> X11KeyMap::strokeAt(std::size_t keycode, xcb_keysym_t keysym) const
 {
-    for (unsigned int level = 0; level < std::min(kLevels, perKeycode); ++level) {
-        const std::size_t index = std::size_t(keycode - first) * perKeycode + level;
+    for (std::size_t level = 0; level < std::min(kLevels, perKeycode); ++level) {
+        const std::size_t index = (keycode - first) * perKeycode + level;
         if (keycode >= first && index < map.size() && map[index] == keysym) {
-            return static_cast<int>(level);
+            return Stroke{static_cast<xcb_keycode_t>(keycode),
+                          static_cast<std::uint16_t>(level == 1 ? XCB_MOD_MASK_SHIFT : 0)};
         }
     }
     return std::nullopt;
-}
-
-std::uint16_t X11KeyMap::modifiers(xcb_keysym_t keysym, int level) const
-{
-    if (needsNumLock(keysym) && numLock) {
-        return numLock;
-    }
-    return level == 1 ? XCB_MOD_MASK_SHIFT : 0;
-}
-
-std::uint16_t X11KeyMap::findNumLock(const std::vector<xcb_keycode_t>& modifierRows) const
-{
-    const std::size_t perRow = modifierRows.size() / kModifiers;
-    for (std::size_t i = 0; i < perRow * kModifiers; ++i) {
-        if (levelOf(kNumLock, modifierRows[i])) {
-            return static_cast<std::uint16_t>(1U << (i / perRow));
-        }
-    }
-    return 0;
 }

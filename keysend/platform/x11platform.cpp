@@ -23,8 +23,7 @@ struct Session
     X11Windows windows{connection};
     std::optional<X11KeyMap> keyMap; // Read at the first key and after changes.
 
-    // The last press: whose, into which window, and whether it arrived.
-    ProcessSerialNumber pressedProcess{};
+    // The last press: into which window, and whether it arrived.
     xcb_window_t pressedWindow = XCB_NONE;
     X11Connection::Outcome pressed{};
 };
@@ -33,19 +32,22 @@ struct Session
 Session* session()
 {
     static std::unique_ptr<Session> current;
-    if (!current || current->connection.state() == X11Connection::Lost) {
+    auto state = current ? current->connection.state() : X11Connection::Lost;
+    if (state == X11Connection::Lost) {
         current = std::make_unique<Session>();
+        state = current->connection.state();
     }
-    return current->connection.state() == X11Connection::Working ? current.get() : nullptr;
+    return state == X11Connection::Working ? current.get() : nullptr;
 }
 
-std::optional<ProcessSerialNumber> handleOf(pid_t pid)
+pid_t pidOf(const ProcessSerialNumber& process)
 {
-    const auto start = processStartTime(pid);
-    if (!start) {
-        return std::nullopt;
-    }
-    return ProcessSerialNumber{static_cast<UInt32>(*start), static_cast<UInt32>(pid)};
+    return static_cast<pid_t>(process.lowLongOfPSN);
+}
+
+ProcessSerialNumber handleOf(pid_t pid)
+{
+    return {static_cast<UInt32>(processStartTime(pid)), static_cast<UInt32>(pid)};
 }
 
 bool isSame(const ProcessSerialNumber& one, const ProcessSerialNumber& other)
@@ -55,8 +57,7 @@ bool isSame(const ProcessSerialNumber& one, const ProcessSerialNumber& other)
 
 bool isRunning(const ProcessSerialNumber& process)
 {
-    const auto now = handleOf(static_cast<pid_t>(process.lowLongOfPSN));
-    return now && isSame(*now, process);
+    return isSame(handleOf(pidOf(process)), process);
 }
 
 // In the order of their start, as macOS lists them: which of two applications of one name comes
@@ -64,14 +65,9 @@ bool isRunning(const ProcessSerialNumber& process)
 std::vector<ProcessSerialNumber> findProcesses()
 {
     std::vector<ProcessSerialNumber> found;
-    Session* const current = session();
-    if (!current) {
-        return found;
-    }
-    for (const pid_t pid : current->windows.owners()) {
-        if (const auto handle = handleOf(pid)) {
-            found.push_back(*handle);
-        }
+    if (Session* const current = session()) {
+        const auto pids = current->windows.owners();
+        std::transform(pids.begin(), pids.end(), std::back_inserter(found), handleOf);
     }
     std::stable_sort(found.begin(), found.end(), [](const auto& one, const auto& other) {
         return one.highLongOfPSN < other.highLongOfPSN;
@@ -83,14 +79,11 @@ std::vector<ProcessSerialNumber> findProcesses()
 // the release before it for auto-repeat.
 xcb_timestamp_t nextTime()
 {
-    static xcb_timestamp_t last = 0;
-    const auto now =
-        static_cast<xcb_timestamp_t>(std::chrono::duration_cast<std::chrono::milliseconds>(
-                                         std::chrono::steady_clock::now().time_since_epoch())
-                                         .count());
-    const bool isLater = static_cast<std::int32_t>(now - last) > 0; // It wraps after 49 days.
-    last = last == 0 || isLater ? now : last + 1;
-    return last;
+    static std::int64_t last = 0;
+    const std::chrono::milliseconds now = std::chrono::duration_cast<std::chrono::milliseconds>(
+        std::chrono::steady_clock::now().time_since_epoch());
+    last = std::max<std::int64_t>(last + 1, now.count());
+    return static_cast<xcb_timestamp_t>(last); // It wraps after 49 days, as the server's does.
 }
 
 // The stroke by the key map as of the last reply; none for a key that the program does not type.
@@ -100,15 +93,19 @@ std::optional<X11KeyMap::Stroke> strokeOf(Session& current, const __CGEvent& eve
         current.keyMap = X11KeyMap::read(current.connection);
     }
     const MacKey* const key = findMacKey(event.key);
-    auto stroke = key && current.keyMap ? current.keyMap->stroke(key->keysym) : std::nullopt;
-    if (stroke && (event.flags & kCGEventFlagMaskCommand)) {
-        stroke->state |= XCB_MOD_MASK_CONTROL; // What applications have here for Command.
+    if (!key || !current.keyMap) {
+        return std::nullopt;
+    }
+    auto stroke = current.keyMap->stroke(*key);
+    if (event.flags & kCGEventFlagMaskCommand) {
+        stroke.state |= XCB_MOD_MASK_CONTROL; // What applications have here for Command.
     }
     return stroke;
 }
 
-X11Connection::Outcome post(X11Connection& x11, xcb_window_t window, X11KeyMap::Stroke stroke,
-                            bool isDown)
+// Sends the message; the outcome can be asked of a press only.
+xcb_void_cookie_t post(const X11Connection& x11, xcb_window_t window, X11KeyMap::Stroke stroke,
+                       bool isDown)
 {
     xcb_key_press_event_t message = {};
     message.response_type = isDown ? XCB_KEY_PRESS : XCB_KEY_RELEASE;
@@ -120,18 +117,18 @@ X11Connection::Outcome post(X11Connection& x11, xcb_window_t window, X11KeyMap::
     message.same_screen = 1;
     // Without an event mask the message goes to the client that made the window, whatever that
     // client has selected.
-    return x11.send(xcb_send_event_checked(x11.xcb(), 0, window, XCB_EVENT_MASK_NO_EVENT,
-                                           reinterpret_cast<const char*>(&message)));
+    const auto send = isDown ? xcb_send_event_checked : xcb_send_event;
+    return send(x11.xcb(), 0, window, XCB_EVENT_MASK_NO_EVENT,
+                reinterpret_cast<const char*>(&message));
 }
 
 void press(Session& current, const ProcessSerialNumber& receiver, X11KeyMap::Stroke stroke)
 {
-    current.pressedProcess = receiver;
     current.pressedWindow =
-        isRunning(receiver) ? current.windows.keyWindow(static_cast<pid_t>(receiver.lowLongOfPSN))
-                            : xcb_window_t(XCB_NONE);
+        isRunning(receiver) ? current.windows.keyWindow(pidOf(receiver)) : xcb_window_t(XCB_NONE);
     if (current.pressedWindow) {
-        current.pressed = post(current.connection, current.pressedWindow, stroke, true);
+        const auto request = post(current.connection, current.pressedWindow, stroke, true);
+        current.pressed = current.connection.send(request);
     }
 }
 
@@ -140,14 +137,13 @@ void press(Session& current, const ProcessSerialNumber& receiver, X11KeyMap::Str
 // another.
 void release(Session& current, const ProcessSerialNumber& receiver, X11KeyMap::Stroke stroke)
 {
-    const auto isPressed = [&] {
-        return current.pressedWindow && isSame(current.pressedProcess, receiver);
-    };
-    if (isPressed() && !current.connection.isDone(current.pressed)) {
+    if (current.pressedWindow && !current.connection.isDone(current.pressed)) {
         press(current, receiver, stroke);
     }
-    if (isPressed()) {
+    if (current.pressedWindow) {
         post(current.connection, current.pressedWindow, stroke, false);
+        xcb_flush(current.connection.xcb());
+        current.pressedWindow = XCB_NONE;
     }
 }
 
@@ -155,30 +151,23 @@ void release(Session& current, const ProcessSerialNumber& receiver, X11KeyMap::S
 
 OSErr GetCurrentProcess(ProcessSerialNumber* process)
 {
-    const auto own = handleOf(getpid());
-    if (!own) {
-        return procNotFound;
-    }
-    *process = *own;
+    *process = handleOf(getpid());
     return noErr;
 }
 
 OSErr GetNextProcess(ProcessSerialNumber* process)
 {
     static std::vector<ProcessSerialNumber> processes; // Of the enumeration under way.
-    auto next = processes.begin();
+    static std::size_t next = 0;
     if (process->lowLongOfPSN == kNoProcess) {
         processes = findProcesses();
-        next = processes.begin();
-    } else {
-        next = std::find_if(processes.begin(), processes.end(),
-                            [process](const auto& one) { return isSame(one, *process); });
-        next = next == processes.end() ? next : next + 1;
+        next = 0;
     }
-    if (next == processes.end()) {
+    if (next == processes.size()) {
         return procNotFound;
     }
-    *process = *next;
+    *process = processes[next];
+    ++next;
     return noErr;
 }
 
@@ -190,11 +179,11 @@ OSErr SameProcess(const ProcessSerialNumber* one, const ProcessSerialNumber* oth
 
 OSStatus CopyProcessName(const ProcessSerialNumber* process, CFStringRef* name)
 {
-    const auto found = processName(static_cast<pid_t>(process->lowLongOfPSN));
-    if (!found || !isRunning(*process)) {
+    const QByteArray found = processName(pidOf(*process));
+    if (found.isEmpty() || !isRunning(*process)) {
         return procNotFound;
     }
-    *name = createString(*found);
+    *name = new __CFString(found);
     return noErr;
 }
 

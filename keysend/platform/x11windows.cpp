@@ -4,23 +4,12 @@
 #include "x11connection.h"
 
 #include <algorithm>
-#include <climits>
-#include <string_view>
-#include <unistd.h>
 #include <unordered_map>
 #include <xcb/res.h>
 
 namespace {
 
-using Windows = std::vector<xcb_window_t>; // From the bottom to the top.
-
-struct Desktop
-{
-    Windows windows;
-    xcb_window_t active = XCB_NONE;
-};
-
-Windows childrenOf(const xcb_query_tree_reply_t* tree)
+std::vector<xcb_window_t> childrenOf(const xcb_query_tree_reply_t* tree)
 {
     if (!tree) {
         return {};
@@ -42,94 +31,6 @@ bool isMarked(const std::vector<std::uint32_t>& state, bool isSeen)
     constexpr std::uint32_t kIconicState = 3;
     return !state.empty() &&
            (state.front() == kIconicState || (state.front() == kNormalState && isSeen));
-}
-
-// The application's window of each of the root's children, if it has one. A window manager marks an
-// application's window with WM_STATE (ICCCM, 4.1.3.1) and may have put it into a frame. Without a
-// window manager the child itself is the application's.
-Windows clientWindows(X11Connection& x11, const Windows& rootChildren)
-{
-    constexpr int kMaxDepth = 3; // Window managers have one or two frames round a window.
-    struct Candidate
-    {
-        std::size_t place; // Of the root's child.
-        xcb_window_t window;
-        xcb_get_window_attributes_cookie_t askAttributes;
-        xcb_get_property_cookie_t askState;
-        xcb_query_tree_cookie_t askTree;
-    };
-    std::vector<Candidate> level;
-    std::vector<Candidate> nextLevel;
-    const auto ask = [&x11](std::size_t place, xcb_window_t window) {
-        return Candidate{place, window, xcb_get_window_attributes(x11.xcb(), window),
-                         x11.askNumbers(window, X11Connection::WmState),
-                         xcb_query_tree(x11.xcb(), window)};
-    };
-    for (std::size_t place = 0; place < rootChildren.size(); ++place) {
-        level.push_back(ask(place, rootChildren[place]));
-    }
-    Windows plain(rootChildren.size());
-    Windows marked(rootChildren.size());
-    for (int depth = 0; !level.empty(); ++depth) {
-        nextLevel.clear();
-        for (const Candidate& is : level) {
-            const auto attributes = x11.reply<xcb_get_window_attributes_reply_t>(is.askAttributes);
-            const auto state = x11.numbers(is.askState);
-            const auto tree = x11.reply<xcb_query_tree_reply_t>(is.askTree);
-            if (!attributes) {
-                continue;
-            }
-            const bool isSeen = isViewable(*attributes);
-            if (isMarked(state, isSeen)) {
-                marked[is.place] = is.window;
-            } else if (depth < kMaxDepth) {
-                for (const xcb_window_t child : childrenOf(tree.get())) {
-                    nextLevel.push_back(ask(is.place, child));
-                }
-            }
-            if (depth == 0 && isSeen && !attributes->override_redirect) {
-                plain[is.place] = is.window;
-            }
-        }
-        level.swap(nextLevel);
-    }
-    std::transform(marked.begin(), marked.end(), plain.begin(), marked.begin(),
-                   [](auto client, auto child) { return client ? client : child; });
-    marked.erase(std::remove(marked.begin(), marked.end(), xcb_window_t(XCB_NONE)), marked.end());
-    return marked;
-}
-
-Desktop readDesktop(X11Connection& x11)
-{
-    const auto ask = [&x11](X11Connection::Atom property) {
-        return x11.askNumbers(x11.root(), property);
-    };
-    const auto askCheck = ask(X11Connection::SupportingWmCheck);
-    const auto askStacking = ask(X11Connection::ClientListStacking);
-    const auto askList = ask(X11Connection::ClientList);
-    const auto askActive = ask(X11Connection::ActiveWindow);
-    const auto askFocus = xcb_get_input_focus(x11.xcb());
-    const auto askTree = xcb_query_tree(x11.xcb(), x11.root());
-    const auto check = x11.numbers(askCheck);
-    auto list = x11.numbers(askStacking);
-    const auto unordered = x11.numbers(askList);
-    const auto active = x11.numbers(askActive);
-    const auto focus = x11.reply<xcb_get_input_focus_reply_t>(askFocus);
-    const auto tree = x11.reply<xcb_query_tree_reply_t>(askTree);
-
-    if (list.empty()) {
-        list = unordered; // Of simple window managers.
-    }
-    // A window manager that was killed leaves its lists, but not the window that shows that it
-    // lives.
-    const bool isManaged =
-        !check.empty() && !list.empty() &&
-        x11.numbers(x11.askNumbers(check.front(), X11Connection::SupportingWmCheck)) == check;
-    if (isManaged) {
-        return {list, active.empty() ? xcb_window_t(XCB_NONE) : active.front()};
-    }
-    return {clientWindows(x11, childrenOf(tree.get())),
-            focus ? focus->focus : xcb_window_t(XCB_NONE)};
 }
 
 // The processes of all clients on this machine, by the part of a window's id that names its client.
@@ -156,45 +57,27 @@ std::unordered_map<std::uint32_t, pid_t> readClientPids(X11Connection& x11)
     return pids;
 }
 
-bool isThisMachine(const xcb_get_property_reply_t* property)
-{
-    if (!property || property->value_len == 0) {
-        return true;
-    }
-    char name[HOST_NAME_MAX + 1] = {};
-    gethostname(name, sizeof name - 1);
-    return std::string_view(static_cast<const char*>(xcb_get_property_value(property)),
-                            static_cast<std::size_t>(xcb_get_property_value_length(property))) ==
-           name;
-}
-
 // The owner that the window itself names. Any client can claim anything, so this is asked only
 // where the server does not know.
 pid_t claimedOwner(X11Connection& x11, xcb_window_t window)
 {
-    const auto askPid = x11.askNumbers(window, X11Connection::WmPid);
-    const auto askMachine = xcb_get_property(x11.xcb(), 0, window, XCB_ATOM_WM_CLIENT_MACHINE,
-                                             XCB_GET_PROPERTY_TYPE_ANY, 0, HOST_NAME_MAX);
-    const auto pid = x11.numbers(askPid);
-    const auto machine = x11.reply<xcb_get_property_reply_t>(askMachine);
-    return pid.empty() || !isThisMachine(machine.get()) ? 0 : static_cast<pid_t>(pid.front());
+    const auto pid = x11.numbers(x11.askNumbers(window, X11Connection::WmPid));
+    return pid.empty() ? 0 : static_cast<pid_t>(pid.front());
 }
 
 } // namespace
 
-std::vector<pid_t> X11Windows::owners()
+std::set<pid_t> X11Windows::owners()
 {
-    findOwners(readDesktop(x11).windows);
-    std::vector<pid_t> found = pids;
-    std::sort(found.begin(), found.end());
-    found.erase(std::unique(found.begin(), found.end()), found.end());
-    found.erase(found.begin(), std::upper_bound(found.begin(), found.end(), 0));
+    findOwners(readDesktop().windows);
+    std::set<pid_t> found(pids.begin(), pids.end());
+    found.erase(0);
     return found;
 }
 
 xcb_window_t X11Windows::keyWindow(pid_t process)
 {
-    const Desktop desktop = readDesktop(x11);
+    const Desktop desktop = readDesktop();
     if (desktop.windows != windows || std::find(pids.begin(), pids.end(), process) == pids.end()) {
         findOwners(desktop.windows);
     }
@@ -210,7 +93,7 @@ xcb_window_t X11Windows::keyWindow(pid_t process)
     return topmost;
 }
 
-void X11Windows::findOwners(const std::vector<xcb_window_t>& ofWindows)
+void X11Windows::findOwners(const Windows& ofWindows)
 {
     const auto clientPids = readClientPids(x11);
     windows = ofWindows;
@@ -219,4 +102,81 @@ void X11Windows::findOwners(const std::vector<xcb_window_t>& ofWindows)
         const auto known = clientPids.find(window & ~x11.setup().resource_id_mask);
         pids.push_back(known == clientPids.end() ? claimedOwner(x11, window) : known->second);
     }
+}
+
+X11Windows::Desktop X11Windows::readDesktop()
+{
+    using Atom = X11Connection::Atom;
+    const xcb_window_t root = x11.root();
+    const auto askRootCheck = x11.askNumbers(root, Atom::SupportingWmCheck);
+    const auto askOwnCheck = x11.askNumbers(check, Atom::SupportingWmCheck);
+    const auto askStacking = x11.askNumbers(root, Atom::ClientListStacking);
+    const auto askActive = x11.askNumbers(root, Atom::ActiveWindow);
+    const auto askFocus = xcb_get_input_focus(x11.xcb());
+    const auto askTree = xcb_query_tree(x11.xcb(), root);
+    const auto rootCheck = x11.numbers(askRootCheck);
+    auto ownCheck = x11.numbers(askOwnCheck);
+    const auto list = x11.numbers(askStacking);
+    const auto active = x11.numbers(askActive);
+    const auto focus = x11.reply<xcb_get_input_focus_reply_t>(askFocus);
+    const auto tree = x11.reply<xcb_query_tree_reply_t>(askTree);
+
+    // A window manager that was killed leaves its lists, but not the window that shows that it
+    // lives.
+    if (!rootCheck.empty() && rootCheck.front() != check) {
+        check = rootCheck.front();
+        ownCheck = x11.numbers(x11.askNumbers(check, Atom::SupportingWmCheck));
+    }
+    if (!list.empty() && !rootCheck.empty() && ownCheck == rootCheck) {
+        return {list, active.empty() ? xcb_window_t(XCB_NONE) : active.front()};
+    }
+    return {clientWindows(childrenOf(tree.get())), focus ? focus->focus : xcb_window_t(XCB_NONE)};
+}
+
+// The application's window of each of the root's children, if it has one. A window manager marks an
+// application's window with WM_STATE (ICCCM, 4.1.3.1) and may have put it into a frame. Without a
+// window manager the child itself is the application's.
+X11Windows::Windows X11Windows::clientWindows(const Windows& rootChildren)
+{
+    constexpr int kMaxDepth = 3; // Window managers have one or two frames round a window.
+    struct Candidate
+    {
+        std::size_t place; // Of the root's child.
+        xcb_window_t window;
+        xcb_get_window_attributes_cookie_t askAttributes;
+        xcb_get_property_cookie_t askState;
+        xcb_query_tree_cookie_t askTree;
+    };
+    const auto ask = [this](std::size_t place, xcb_window_t window) {
+        return Candidate{place, window, xcb_get_window_attributes(x11.xcb(), window),
+                         x11.askNumbers(window, X11Connection::WmState),
+                         xcb_query_tree(x11.xcb(), window)};
+    };
+    Windows clients(rootChildren.size());
+    std::vector<Candidate> level;
+    for (std::size_t place = 0; place < rootChildren.size(); ++place) {
+        level.push_back(ask(place, rootChildren[place]));
+    }
+    for (int depth = 0; !level.empty(); ++depth) {
+        std::vector<Candidate> nextLevel;
+        for (const Candidate& is : level) {
+            const auto attributes = x11.reply<xcb_get_window_attributes_reply_t>(is.askAttributes);
+            const auto state = x11.numbers(is.askState);
+            const auto tree = x11.reply<xcb_query_tree_reply_t>(is.askTree);
+            const bool isSeen = attributes && isViewable(*attributes);
+            const bool isClient = isMarked(state, isSeen);
+            if (isClient || (depth == 0 && isSeen && !attributes->override_redirect)) {
+                clients[is.place] = is.window;
+            }
+            if (!isClient && depth < kMaxDepth) {
+                for (const xcb_window_t child : childrenOf(tree.get())) {
+                    nextLevel.push_back(ask(is.place, child));
+                }
+            }
+        }
+        level.swap(nextLevel);
+    }
+    clients.erase(std::remove(clients.begin(), clients.end(), xcb_window_t(XCB_NONE)),
+                  clients.end());
+    return clients;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <set>
 #include <sys/types.h>
 #include <vector>
 #include <xcb/xproto.h>
@@ -14,8 +15,8 @@ class X11Windows
 public:
     explicit X11Windows(X11Connection& connection) : x11(connection) {}
 
-    // The processes that own a window, each once, in no particular order.
-    std::vector<pid_t> owners();
+    // The processes that own a window.
+    std::set<pid_t> owners();
 
     // The window of this process that gets its keys: the active one if it belongs to the process,
     // else the topmost; XCB_NONE if the process has none. Asks the server which windows there are,
@@ -23,9 +24,19 @@ public:
     xcb_window_t keyWindow(pid_t process);
 
 private:
-    void findOwners(const std::vector<xcb_window_t>& ofWindows);
+    using Windows = std::vector<xcb_window_t>; // From the bottom to the top.
+    struct Desktop
+    {
+        Windows windows;
+        xcb_window_t active;
+    };
+
+    Desktop readDesktop();
+    Windows clientWindows(const Windows& rootChildren);
+    void findOwners(const Windows& ofWindows);
 
     X11Connection& x11;
-    std::vector<xcb_window_t> windows; // From the bottom to the top, as last seen...
-    std::vector<pid_t> pids;           // ...and their owners; 0: unknown, or on another machine.
+    xcb_window_t check = XCB_NONE; // Of the window manager, as last seen.
+    Windows windows;               // As last seen...
+    std::vector<pid_t> pids;       // ...and their owners; 0 if unknown.
 };

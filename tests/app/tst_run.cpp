@@ -200,6 +200,7 @@ private slots:
         QTest::newRow("Studio One, bars") << 2 << 33 << studio(0x11, {0x55, 0x55, 0x24});
         QTest::newRow("Studio One, markers") << 3 << 10 << studio(0x29, {0x53, 0x52, 0x4C});
         QTest::newRow("no such mode") << 9 << 12 << Recording::Events();
+        QTest::newRow("negative mode") << -1 << 12 << Recording::Events();
     }
 
     void everyModeTypesItsOwn()

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
-// LOCATE from the button to the stand-in DAW: real keys over X11, real MMC over JACK.
+// LOCATE from the button to the stand-in DAW: real keys over X11 under a window manager, real MMC
+// over JACK.
 #include "baretable.h"
 #include "benchmarks.h"
 #include "comparison.h"
+#include "servers.h"
 #include "shows.h"
 #include "standin.h"
 #include "timing.h"
@@ -30,12 +32,13 @@ void pause(bool pausesAfterStop, int keys)
 
 void measureLocate(benchmark::State& state, const QString& dawName, int mode, int keys)
 {
+    const WindowManager windowManager;
     StandIn daw(dawName);
     EditData data = sampleData();
     data.Mode = mode;
     data.MidiOutPort = StandIn::kMmcPort;
-    if (!daw.isReady()) {
-        throw std::runtime_error("the stand-in DAW does not start");
+    if (!windowManager.isRunning() || !daw.isReady()) {
+        throw std::runtime_error("the window manager or the stand-in DAW does not start");
     }
     const WindowDriver velt(data);
     Comparison ms;

@@ -12,9 +12,9 @@ struct KeyMap
     {
         set(28, 't', 'T');
         set(47, ';', ':');
-        set(91, 0xff9f, 0xffae);  // KP_Delete, KP_Decimal
-        set(90, 0xff9e, 0xffb0);  // KP_Insert, KP_0
-        set(129, 0xffae, 0xffae); // A keypad point that real keyboards do not have.
+        set(91, 0xff9f, 0xffae); // KP_Delete, KP_Decimal
+        set(90, 0xff9e, 0xffb0); // KP_Insert, KP_0
+        set(60, 0xffae, 0xffae); // A keypad point that real keyboards do not have.
         set(kNumLockKey, 0xff7f, 0);
     }
     void set(std::size_t keycode, xcb_keysym_t plain, xcb_keysym_t shifted, std::size_t group = 0)
@@ -27,8 +27,9 @@ struct KeyMap
     {
         std::vector<xcb_keycode_t> modifierKeys(16); // Two for each.
         modifierKeys[numLockRow * 2 + 1] = kNumLockKey;
-        const auto found = X11KeyMap(8, 4, keysyms, modifierKeys).stroke(keysym);
-        return found ? (found->state << 8) + found->keycode : 0;
+        const X11KeyMap map(8, 4, keysyms, modifierKeys);
+        const auto found = map.stroke(*findMacKeyOfKeysym(keysym));
+        return (found.state << 8) + found.keycode;
     }
 
     static constexpr xcb_keycode_t kNumLockKey = 77;
@@ -48,23 +49,19 @@ private slots:
         QTest::addColumn<int>("code");
         QTest::addColumn<xcb_keysym_t>("keysym");
         QTest::addColumn<int>("keycode"); // Without a key map.
-        QTest::addColumn<int>("digit");
-        const auto row = [](const char* name, int code, xcb_keysym_t keysym, int keycode,
-                            int digit = -1) {
-            QTest::newRow(name) << code << keysym << keycode << digit;
-        };
-        row("T", 0x11, 't', 28);
-        row("Return", 0x24, 0xff0d, 36);
-        row(";", 0x29, ';', 47);
-        row("Tab", 0x30, 0xff09, 23);
-        row("Space", 0x31, ' ', 65);
-        row(".", 0x41, 0xffae, 91);
-        row("Enter", 0x4c, 0xff8d, 104);
-        row("=", 0x51, 0xffbd, 125);
+        QTest::newRow("T") << 0x11 << 0x74U << 28;
+        QTest::newRow("Return") << 0x24 << 0xff0dU << 36;
+        QTest::newRow(";") << 0x29 << 0x3bU << 47;
+        QTest::newRow("Tab") << 0x30 << 0xff09U << 23;
+        QTest::newRow("Space") << 0x31 << 0x20U << 65;
+        QTest::newRow(".") << 0x41 << 0xffaeU << 91;
+        QTest::newRow("Enter") << 0x4c << 0xff8dU << 104;
+        QTest::newRow("=") << 0x51 << 0xffbdU << 125;
         constexpr int kKeycodes[] = {90, 87, 88, 89, 83, 84, 85, 79, 80, 81};
         for (int digit = 0; digit <= 9; ++digit) {
-            row(qPrintable(QString::number(digit)), 0x52 + digit + (digit >= 8 ? 1 : 0),
-                0xffb0U + static_cast<xcb_keysym_t>(digit), kKeycodes[digit], digit);
+            QTest::newRow(qPrintable(QString::number(digit)))
+                << 0x52 + digit + (digit >= 8 ? 1 : 0) << 0xffb0U + static_cast<unsigned>(digit)
+                << kKeycodes[digit];
         }
     }
     void knowsTheKeys()
@@ -72,16 +69,18 @@ private slots:
         QFETCH(int, code);
         QFETCH(xcb_keysym_t, keysym);
         QCOMPARE(findMacKey(code), findMacKeyOfKeysym(keysym));
-        QCOMPARE(findMacKey(code)->name, QTest::currentDataTag());
-        QTEST(int(X11KeyMap(8, 0, {}, {}).stroke(keysym)->keycode), "keycode");
-        QTEST(keypadDigit(code), "digit");
+        const QByteArray name = findMacKey(code)->name;
+        QCOMPARE(name, QTest::currentDataTag());
+        QTEST(int(X11KeyMap(8, 0, {}, {}).stroke(*findMacKey(code)).keycode), "keycode");
+        bool isDigit = false;
+        const int digit = name.toInt(&isDigit);
+        QCOMPARE(keypadDigit(code), isDigit ? digit : -1);
     }
 
     void findsTheStroke()
     {
         KeyMap map;
         QCOMPARE(map.stroke('t'), 28);
-        QCOMPARE(map.stroke('T'), 0); // Not a key that is typed.
         QCOMPARE(map.stroke(0xffb0), 0x1000 + 90);
         QCOMPARE(map.stroke(0xffae), 0x1000 + 91); // Where it is on real keyboards.
         QCOMPARE(map.stroke(0xffbd), 125);         // On no key: its usual place.
@@ -96,7 +95,7 @@ private slots:
         german.set(24, ';', ':', 1);    // The second group does not count.
         german.set(91, 0xff9f, 0xffac); // KP_Separator
         QCOMPARE(german.stroke(';'), 0x100 + 59);
-        QCOMPARE(german.stroke(0xffae), 0x1000 + 129);
+        QCOMPARE(german.stroke(0xffae), 0x1000 + 60);
     }
 };
 

@@ -7,33 +7,20 @@
 
 namespace {
 
-struct State
-{
-    QVector<Recording::Application> applications;
-    Recording::Events events;
-    int enumerations = 0;
-};
-
-State& state()
-{
-    static State value;
-    return value;
-}
-
-// The handle of the first application. Grows with every list, so that handles of earlier lists
-// differ.
-UInt32 firstHandle = 1;
+QVector<Recording::Application> running;
+UInt32 list = 0; // The number of the list, in every handle of it.
+Recording::Events events;
+int enumerationCount = 0;
 
 int indexOf(const ProcessSerialNumber& process)
 {
-    const UInt32 index = process.lowLongOfPSN - firstHandle; // Wraps for earlier handles.
-    return index < static_cast<UInt32>(state().applications.size()) ? static_cast<int>(index)
-                                                                    : Recording::kGone;
+    return process.highLongOfPSN == list ? static_cast<int>(process.lowLongOfPSN) - 1
+                                         : Recording::kGone;
 }
 
 ProcessSerialNumber handle(int index)
 {
-    return {0, firstHandle + static_cast<UInt32>(index)};
+    return {list, static_cast<UInt32>(index + 1)};
 }
 
 QString keyEvent(bool isDown, int application, int key, quint64 flags)
@@ -51,36 +38,32 @@ QString keyEvent(bool isDown, int application, int key, quint64 flags)
 
 namespace Recording {
 
-Application::Application(const char* utf8Name, Kind theKind)
-    : name(QString::fromUtf8(utf8Name)), kind(theKind)
-{
-}
-
 void reset()
 {
     setApplications({});
-    state() = State();
+    events.clear();
+    enumerationCount = 0;
 }
 
 void setApplications(const QVector<Application>& applications)
 {
-    firstHandle += static_cast<UInt32>(state().applications.size());
-    state().applications = applications;
+    ++list;
+    running = applications;
 }
 
 Events takeEvents()
 {
-    return std::exchange(state().events, {});
+    return std::exchange(events, {});
 }
 
 int enumerations()
 {
-    return state().enumerations;
+    return enumerationCount;
 }
 
 int unreleased()
 {
-    return unreleasedObjects();
+    return CFObject::unreleased;
 }
 
 QString pause(unsigned int microseconds)
@@ -96,39 +79,32 @@ Events press(int application, int key, quint64 flags)
 
 Events presses(int application, const QVector<int>& keys)
 {
-    Events events;
+    Events expected;
     for (const int code : keys) {
-        events += press(application, code);
+        expected += press(application, code);
     }
-    return events;
+    return expected;
 }
 
 } // namespace Recording
 
 OSErr GetCurrentProcess(ProcessSerialNumber* process)
 {
-    const auto& applications = state().applications;
-    for (int i = 0; i < applications.size(); ++i) {
-        if (applications[i].kind == Recording::Application::Own) {
-            *process = handle(i);
-            return noErr;
-        }
+    int own = 0;
+    while (own < running.size() && running[own].kind != Recording::Application::Own) {
+        ++own;
     }
-    return procNotFound;
+    *process = handle(own);
+    return noErr;
 }
 
 OSErr GetNextProcess(ProcessSerialNumber* process)
 {
     const bool isFirst = process->lowLongOfPSN == kNoProcess;
-    if (isFirst) {
-        ++state().enumerations;
-    }
+    enumerationCount += isFirst ? 1 : 0;
     const int next = isFirst ? 0 : indexOf(*process) + 1;
-    if (next >= state().applications.size()) {
-        return procNotFound;
-    }
     *process = handle(next);
-    return noErr;
+    return next < running.size() ? OSErr(noErr) : OSErr(procNotFound);
 }
 
 OSErr SameProcess(const ProcessSerialNumber* one, const ProcessSerialNumber* other, Boolean* result)
@@ -139,22 +115,21 @@ OSErr SameProcess(const ProcessSerialNumber* one, const ProcessSerialNumber* oth
 
 OSStatus CopyProcessName(const ProcessSerialNumber* process, CFStringRef* name)
 {
-    const int index = indexOf(*process);
-    if (index < 0 || state().applications[index].kind == Recording::Application::Nameless) {
+    const auto& application = running[indexOf(*process)];
+    if (application.kind == Recording::Application::Nameless) {
         return procNotFound;
     }
-    *name = createString(state().applications[index].name);
+    *name = new __CFString(application.name);
     return noErr;
 }
 
 void CGEventPostToPSN(void* process, CGEventRef event)
 {
-    state().events.append(keyEvent(event->isDown,
-                                   indexOf(*static_cast<ProcessSerialNumber*>(process)), event->key,
-                                   event->flags));
+    const int application = indexOf(*static_cast<ProcessSerialNumber*>(process));
+    events.append(keyEvent(event->isDown, application, event->key, event->flags));
 }
 
 void platformPause(unsigned int microseconds)
 {
-    state().events.append(Recording::pause(microseconds));
+    events.append(Recording::pause(microseconds));
 }

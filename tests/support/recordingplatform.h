@@ -28,9 +28,10 @@ struct Application
     };
 
     // Not explicit, so that a list of names is a list of applications.
-    Application(const char* utf8Name, Kind kind = Other); // NOLINT(google-explicit-constructor)
+    // NOLINTNEXTLINE(google-explicit-constructor)
+    Application(const char* utf8Name, Kind theKind = Other) : name(utf8Name), kind(theKind) {}
 
-    QString name;
+    QByteArray name;
     Kind kind;
 };
 
