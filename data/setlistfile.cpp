@@ -19,26 +19,6 @@ constexpr std::int32_t kMaxCount = 100'000;
 // The next one ends its show.
 constexpr std::int32_t kMaxMissingEntries = 100'000;
 
-const QLatin1String kSongDataNum("SongDataNum");
-const QLatin1String kSongGroup("SongData");
-const QLatin1String kId("Id");
-const QLatin1String kSongTitle("SongTitle");
-const QLatin1String kSongMemo("SongMemo");
-const QLatin1String kBar("Bar");
-const QLatin1String kMarker("Marker");
-
-const QLatin1String kShowDataNum("ShowDataNum");
-const QLatin1String kShowGroup("ShowData");
-const QLatin1String kShowTitle("ShowTitle");
-const QLatin1String kShowMemo("ShowMemo");
-const QLatin1String kSetNum("SetNum");
-
-const QLatin1String kEntryGroup("SetData"); // Inside the group of its show.
-const QLatin1String kSetType("SetType");
-const QLatin1String kSpaceName("SpaceName");
-const QLatin1String kCue("Cue");
-const QLatin1String kSongId("SongId");
-
 // Walks the numbered groups of a file, such as SongData3 and ShowData1/SetData2. Numbers start
 // at 1.
 class GroupWalk
@@ -47,10 +27,10 @@ protected:
     GroupWalk() { prefix.reserve(kLongestKey); }
 
     template <typename Visit>
-    void visit(QLatin1String group, std::int32_t n, const Visit& what)
+    void visit(const char* group, std::int32_t n, const Visit& what)
     {
         const int parent = prefix.size();
-        prefix += group;
+        prefix += QLatin1String(group);
         prefix += QString::number(n);
         prefix += QLatin1Char('/');
         what();
@@ -73,19 +53,19 @@ public:
 
 private:
     // Allocates nothing for a key: most of the time goes into look-ups.
-    QVariant value(QLatin1String name)
+    QVariant value(const char* name)
     {
         const int group = prefix.size();
-        QVariant result = file.value(prefix += name);
+        QVariant result = file.value(prefix += QLatin1String(name));
         prefix.truncate(group);
         return result;
     }
-    std::int32_t number(QLatin1String name) { return value(name).toInt(); }
-    QString text(QLatin1String name) { return value(name).toString(); }
+    std::int32_t number(const char* name) { return value(name).toInt(); }
+    QString text(const char* name) { return value(name).toString(); }
 
     // Calls `read` in each group until it returns false.
     template <typename Read>
-    void readGroups(QLatin1String countName, QLatin1String group, const Read& read)
+    void readGroups(const char* countName, const char* group, const Read& read)
     {
         const std::int32_t count = std::clamp(number(countName), 0, kMaxCount);
         bool isMore = true;
@@ -104,9 +84,9 @@ private:
 std::vector<EditDataSong> Reader::readSongs()
 {
     std::vector<EditDataSong> songs;
-    readGroups(kSongDataNum, kSongGroup, [&] {
+    readGroups("SongDataNum", "SongData", [&] {
         songs.push_back(
-            {number(kId), text(kSongTitle), text(kSongMemo), number(kMarker), number(kBar)});
+            {number("Id"), text("SongTitle"), text("SongMemo"), number("Marker"), number("Bar")});
         return true;
     });
     return songs;
@@ -120,13 +100,13 @@ std::vector<EditDataShow> Reader::readShows(const std::vector<EditDataSong>& son
     });
     std::vector<EditDataShow> shows;
     // Has QSettings parse the sections of all shows: look-ups are faster once none is left.
-    readGroups(kShowDataNum, kShowGroup, [this] {
-        value(kSetNum);
+    readGroups("ShowDataNum", "ShowData", [this] {
+        value("SetNum");
         return true;
     });
-    readGroups(kShowDataNum, kShowGroup, [&] {
-        EditDataShow show{text(kShowTitle), text(kShowMemo), {}};
-        readGroups(kSetNum, kEntryGroup, [&] {
+    readGroups("ShowDataNum", "ShowData", [&] {
+        EditDataShow show{text("ShowTitle"), text("ShowMemo"), {}};
+        readGroups("SetNum", "SetData", [&] {
             return readEntry(show.SetList) || ++missingEntries <= kMaxMissingEntries;
         });
         shows.push_back(std::move(show));
@@ -139,12 +119,12 @@ std::vector<EditDataShow> Reader::readShows(const std::vector<EditDataSong>& son
 // file has no kind for it: it is damaged or missing, and reads as the song with Id 0.
 bool Reader::readEntry(std::vector<EditDataSet>& entries)
 {
-    const QVariant setType = value(kSetType);
-    EditDataSet entry{setType.toInt(), {}, text(kSpaceName), text(kCue)};
+    const QVariant setType = value("SetType");
+    EditDataSet entry{setType.toInt(), {}, text("SpaceName"), text("Cue")};
     if (entry.SetType == kSetTypeSpace) {
         entries.push_back(std::move(entry));
     } else if (entry.SetType == kSetTypeSong) {
-        if (const EditDataSong* song = songOfId.value(number(kSongId))) {
+        if (const EditDataSong* song = songOfId.value(number("SongId"))) {
             entry.Song = *song;
             entries.push_back(std::move(entry));
         }
@@ -162,10 +142,13 @@ public:
 
 private:
     // A key has no spare room: QSettings keeps it.
-    void set(QLatin1String name, const QVariant& value) { file.setValue(prefix % name, value); }
+    void set(const char* name, const QVariant& value)
+    {
+        file.setValue(prefix % QLatin1String(name), value);
+    }
 
     template <typename Records, typename Write>
-    void writeGroups(QLatin1String countName, QLatin1String group, const Records& records,
+    void writeGroups(const char* countName, const char* group, const Records& records,
                      const Write& write)
     {
         std::int32_t n = 0;
@@ -180,26 +163,26 @@ private:
 
 void Writer::writeSongs(const std::vector<EditDataSong>& songs)
 {
-    writeGroups(kSongDataNum, kSongGroup, songs, [this](const EditDataSong& song) {
-        set(kId, song.Id);
-        set(kSongTitle, song.SongTitle);
-        set(kSongMemo, song.SongMemo);
-        set(kBar, song.Bar);
-        set(kMarker, song.Marker);
+    writeGroups("SongDataNum", "SongData", songs, [this](const EditDataSong& song) {
+        set("Id", song.Id);
+        set("SongTitle", song.SongTitle);
+        set("SongMemo", song.SongMemo);
+        set("Bar", song.Bar);
+        set("Marker", song.Marker);
     });
 }
 
 void Writer::writeShows(const std::vector<EditDataShow>& shows)
 {
-    writeGroups(kShowDataNum, kShowGroup, shows, [this](const EditDataShow& show) {
-        set(kShowTitle, show.ShowTitle);
-        set(kShowMemo, show.ShowMemo);
-        writeGroups(kSetNum, kEntryGroup, show.SetList, [this](const EditDataSet& entry) {
-            set(kSetType, entry.SetType);
-            set(kSpaceName, entry.SpaceName);
-            set(kCue, entry.Cue);
+    writeGroups("ShowDataNum", "ShowData", shows, [this](const EditDataShow& show) {
+        set("ShowTitle", show.ShowTitle);
+        set("ShowMemo", show.ShowMemo);
+        writeGroups("SetNum", "SetData", show.SetList, [this](const EditDataSet& entry) {
+            set("SetType", entry.SetType);
+            set("SpaceName", entry.SpaceName);
+            set("Cue", entry.Cue);
             if (entry.SetType == kSetTypeSong) {
-                set(kSongId, entry.Song.Id);
+                set("SongId", entry.Song.Id);
             }
         });
     });
