@@ -58,58 +58,56 @@ public:
     Files()
     {
         save(0);
-        setListTemplate = bytes(setList());
-        preferenceTemplate = bytes(preference());
+        firstSetList = bytes(setList());
+        firstPreference = bytes(preference());
     }
 
-    void save(int version)
+    void save(int version) const
     {
         EditData data = dataOf(version);
         data.writeEdit(setList());
         data.writePreference(preference());
     }
 
-    bool areWhole(int version) const
+    // The set list is saved first.
+    [[nodiscard]] bool areWhole(int older, int newer) const
     {
-        return bytes(setList()) == expected(setListTemplate, version) &&
-               bytes(preference()) == expected(preferenceTemplate, version);
-    }
-
-    // One of the two versions; the set list, which is saved first, no older than the preferences.
-    bool areWhole(int older, int newer) const
-    {
-        return areWhole(older) || areWhole(newer) ||
-               (bytes(setList()) == expected(setListTemplate, newer) &&
-                bytes(preference()) == expected(preferenceTemplate, older));
+        return (isWhole(setList(), firstSetList, older) ||
+                isWhole(setList(), firstSetList, newer)) &&
+               (isWhole(preference(), firstPreference, older) ||
+                (isWhole(preference(), firstPreference, newer) &&
+                 isWhole(setList(), firstSetList, newer)));
     }
 
     // What lies beside the two.
-    int leftovers() const
+    [[nodiscard]] int leftovers() const
     {
-        return dir().entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).size() - 2;
+        return QDir(home.path())
+                   .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot)
+                   .size() -
+               2;
     }
 
-    QString setList() const { return home.filePath(QStringLiteral("VELTSetting.ini")); }
-    QString preference() const { return home.filePath(QStringLiteral("VELTPreference.ini")); }
-
 private:
+    [[nodiscard]] QString setList() const { return home.filePath(QStringLiteral("a.ini")); }
+    [[nodiscard]] QString preference() const { return home.filePath(QStringLiteral("b.ini")); }
+
     static QByteArray bytes(const QString& path)
     {
         QFile file(path);
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
-    static QByteArray expected(QByteArray content, int version)
+    static bool isWhole(const QString& path, QByteArray first, int version)
     {
-        return content.replace(stampOf(0).toLatin1(), stampOf(version).toLatin1());
+        return bytes(path) == first.replace(stampOf(0).toLatin1(), stampOf(version).toLatin1());
     }
-    QDir dir() const { return {home.path()}; }
 
     QTemporaryDir home;
-    QByteArray setListTemplate;
-    QByteArray preferenceTemplate;
+    QByteArray firstSetList;
+    QByteArray firstPreference;
 };
 
-[[noreturn]] void saveForEver(Files& files, Progress& progress)
+[[noreturn]] void saveForEver(const Files& files, Progress& progress)
 {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     for (;;) {
@@ -130,20 +128,11 @@ class KilledSavesTest : public TestCase
 
 private slots:
     void filesAreWholeAfterEachKill();
-};
 
-void KilledSavesTest::filesAreWholeAfterEachKill()
-{
-    Files files;
-    void* shared =
-        mmap(nullptr, sizeof(Progress), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
-    auto& progress = *new (shared) Progress;
-    std::mt19937 random(kSeed);
-    std::uniform_int_distribution<int> lifeUs(0, kLongestLifeUs);
-    qint64 longestMs = 0;
-    int savesKilled = 0;
-    int leftovers = 0;
-    for (int kill = 1; kill <= kKills; ++kill) {
+private:
+    // Saves in a process for a while, and kills it.
+    void killASave(const Files& files, Progress& progress, int lifeUs)
+    {
         progress.isBegun = 0;
         const pid_t child = fork();
         if (child == 0) {
@@ -155,12 +144,29 @@ void KilledSavesTest::filesAreWholeAfterEachKill()
             std::this_thread::sleep_for(std::chrono::microseconds(200));
         }
         longestMs = std::max(longestMs, waited.elapsed());
-        std::this_thread::sleep_for(std::chrono::microseconds(lifeUs(random)));
-        ::kill(child, SIGKILL);
+        std::this_thread::sleep_for(std::chrono::microseconds(lifeUs));
+        kill(child, SIGKILL);
         waitpid(child, nullptr, 0);
+    }
+
+    qint64 longestMs = 0;
+};
+
+void KilledSavesTest::filesAreWholeAfterEachKill()
+{
+    const Files files;
+    void* shared =
+        mmap(nullptr, sizeof(Progress), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+    auto& progress = *new (shared) Progress;
+    std::mt19937 random(kSeed);
+    std::uniform_int_distribution<int> lifeUs(0, kLongestLifeUs);
+    int savesKilled = 0;
+    int leftovers = 0;
+    for (int count = 1; count <= kKills; ++count) {
+        killASave(files, progress, lifeUs(random));
         QVERIFY2(progress.isBegun == 1, "the first save waits for what the last kill left");
         QVERIFY2(files.areWhole(progress.saved, progress.started),
-                 qPrintable(QString::number(kill)));
+                 qPrintable(QString::number(count)));
         savesKilled += progress.started != progress.saved ? 1 : 0;
         leftovers += files.leftovers();
     }
