@@ -72,27 +72,20 @@ private slots:
 
     void illTypedColorsAreInvalid_data()
     {
-        QTest::addColumn<QByteArray>("text");
-        const auto row = [](const char* name, const char* text) {
-            QTest::newRow(name) << QByteArray(text);
-        };
-        row("nothing", "");
-        row("no colour", "#zz");
-        row("a list", "1, 2");
-        row("no value", "@Invalid()");
-        row("another type", "@Rect(1 2 3 4)");
-        row("a part of a colour", R"(@Variant(\0\0\0\x43))");
-        row("unknown model", R"(@Variant(\0\0\0\x43\x9\xff\xff\0\0\0\0\0\0\0\0))");
-        row("no end", "@Variant(x");
-        row("a number", "777777777777");
+        QTest::addColumn<bool>("isNamedByItsText");
+        for (const char* text :
+             {"", "#zz", "1, 2", "@Invalid()", "@Rect(1 2 3 4)", R"(@Variant(\0\0\0\x43))",
+              R"(@Variant(\0\0\0\x43\x9\xff\xff\0\0\0\0\0\0\0\0))", "@Variant(x", "777777777777"}) {
+            QTest::newRow(text) << true;
+        }
     }
 
     void illTypedColorsAreInvalid()
     {
-        QFETCH(QByteArray, text);
         EditData data;
         data.readPreference(
-            fileWith("[General]\nNextTextColor=#12ab34\nSendTextColor=" + text + '\n'));
+            fileWith(QByteArray("[General]\nNextTextColor=#12ab34\nSendTextColor=") +
+                     QTest::currentDataTag() + '\n'));
         QVERIFY(!data.SendTextColor.isValid());
         QCOMPARE(data.NextTextColor, QColor(0x12, 0xab, 0x34));
     }
@@ -100,23 +93,14 @@ private slots:
     void parsesDeviceId_data()
     {
         QTest::addColumn<int>("value"); // -1: none.
-        const auto row = [](const char* text, int value) { QTest::newRow(text) << value; };
-        row("7f", 0x7f);
-        row("0X7F", 0x7f);
-        row(" \t\v7F", 0x7f);
-        row("5 6", 5);
-        row("1FF", 0xff);
-        row("123456789012345678900", 0);
-        row("+a", 10);
-        row("-1", 0xff);
-        row("0x", 0);
-        row("0x0x5", 0);
-        row("", -1);
-        row("zz", -1);
-        row("x7f", -1);
-        row("- 5", -1);
-        row("+-5", -1);
-        row("\uff17", -1);
+        using Row = std::pair<const char*, int>;
+        for (const auto& [text, value] :
+             {Row("7f", 0x7f), Row("0X7F", 0x7f), Row(" \t\v7F", 0x7f), Row("5 6", 5),
+              Row("1FF", 0xff), Row("123456789012345678900", 0), Row("+a", 10), Row("-1", 0xff),
+              Row("0x", 0), Row("0x0x5", 0), Row("", -1), Row("zz", -1), Row("x7f", -1),
+              Row("- 5", -1), Row("+-5", -1), Row("\uff17", -1)}) {
+            QTest::newRow(text) << value;
+        }
     }
 
     void parsesDeviceId()

@@ -43,15 +43,30 @@ public:
 
     static QString path() { return dir().filePath(QStringLiteral("input.ini")); }
 
-    // Calls `check` with a path to save to and read from: of the input's file, and of a new one.
-    template <typename Check>
-    static void save(const Check& check)
+    // Saves what was read over the input, and reads that. From then on, saving it to a new file and
+    // reading that changes nothing.
+    template <typename Read, typename Save>
+    static void checkSaving(const Read& read, const Save& save)
     {
-        check(path());
-        check(freshPath());
+        auto data = read(path());
+        save(path(), data);
+        data = read(path());
+        const QByteArray saved = savedBytes(save, data);
+        data = read(freshPath());
+        check(savedBytes(save, data) == saved, "what was saved reads back");
     }
 
 private:
+    template <typename Save, typename Data>
+    static QByteArray savedBytes(const Save& save, Data& data)
+    {
+        QFile::remove(freshPath());
+        save(freshPath(), data);
+        QFile file(freshPath());
+        check(file.open(QIODevice::ReadOnly), "what was saved is there");
+        return file.readAll();
+    }
+
     static QString freshPath() { return dir().filePath(QStringLiteral("fresh.ini")); }
 
     static const QTemporaryDir& dir()

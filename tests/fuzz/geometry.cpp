@@ -18,12 +18,6 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size)
     }
     check(window.width() != 0 && window.height() != 0 && status.columnWidth != 0,
           "a size that is missing is the default");
-    file.save([&](const QString& path) {
-        writeDisplayStatus(path, status);
-        const DisplayStatus again = readDisplayStatus(path);
-        check(again.window == window && again.columnWidth == status.columnWidth &&
-                  again.editor == editor,
-              "what was saved reads back");
-    });
+    file.checkSaving(readDisplayStatus, writeDisplayStatus);
     return 0;
 }
