@@ -29,7 +29,7 @@ protected:
     template <typename Visit>
     void visit(const char* group, std::int32_t n, const Visit& what)
     {
-        const int parent = prefix.size();
+        const auto parent = prefix.size();
         prefix += QLatin1String(group);
         prefix += QString::number(n);
         prefix += QLatin1Char('/');
@@ -55,7 +55,7 @@ private:
     // Allocates nothing for a key: most of the time goes into look-ups.
     QVariant value(const char* name)
     {
-        const int group = prefix.size();
+        const auto group = prefix.size();
         QVariant result = file.value(prefix += QLatin1String(name));
         prefix.truncate(group);
         return result;

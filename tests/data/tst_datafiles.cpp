@@ -96,9 +96,10 @@ private slots:
         using Row = std::pair<const char*, int>;
         for (const auto& [text, value] :
              {Row("7f", 0x7f), Row("0X7F", 0x7f), Row(" \t\v7F", 0x7f), Row("5 6", 5),
-              Row("1FF", 0xff), Row("123456789012345678900", 0), Row("+a", 10), Row("-1", 0xff),
-              Row("0x", 0), Row("0x0x5", 0), Row("", -1), Row("zz", -1), Row("x7f", -1),
-              Row("- 5", -1), Row("+-5", -1), Row("\uff17", -1)}) {
+              Row("1FF", 0xff), Row("1234567890abcdef1234567aB", 0xab),
+              Row("\n-1234567890123456701 ", 0xff), Row("+a", 10), Row("-1", 0xff), Row("0x", 0),
+              Row("0x0x5", 0), Row("", -1), Row("zz", -1), Row("x7f", -1), Row("- 5", -1),
+              Row("+-5", -1), Row("\uff17", -1)}) {
             QTest::newRow(text) << value;
         }
     }
