@@ -221,9 +221,10 @@ private slots:
         });
         int status = 0;
         waitpid(child, &status, WUNTRACED);
-        QVERIFY(WIFSTOPPED(status));
-        QVERIFY(!setValue(path, mode, 3, 0));
+        const bool isSavedBeside = setValue(path, mode, 3, 0);
         kill(child, SIGKILL);
+        QVERIFY(WIFSTOPPED(status));
+        QVERIFY(!isSavedBeside);
         QVERIFY(!endedWell(child));
         QCOMPARE(valueOf(path, mode), 1);
         QVERIFY(namesIn(home.path()).size() > 1);
