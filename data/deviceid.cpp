@@ -1,41 +1,25 @@
 // SPDX-License-Identifier: MIT
 #include "deviceid.h"
 
-#include "hexdigit.h"
-
 #include <QByteArray>
 
-namespace {
-
-bool isWhiteSpace(char c)
-{
-    return c == ' ' || (c >= '\t' && c <= '\r');
-}
-
-} // namespace
+#include <cerrno>
+#include <cstdlib>
 
 std::optional<std::uint8_t> parseDeviceId(const QString& text)
 {
     const QByteArray bytes = text.toUtf8();
-    const char* at = bytes.constData(); // Ends with a NUL, which stops every step below.
-    while (isWhiteSpace(*at)) {
-        ++at;
-    }
-    const bool negative = *at == '-';
-    if (*at == '-' || *at == '+') {
-        ++at;
-    }
-    if (hexDigitValue(*at) < 0) {
+    char* end = nullptr;
+    errno = 0;
+    unsigned long value = std::strtoul(bytes.constData(), &end, 16);
+    if (end == bytes.constData()) {
         return std::nullopt;
     }
-    if (*at == '0' && (at[1] == 'x' || at[1] == 'X')) {
-        at += 2;
+    if (errno == ERANGE) { // The last two of many digits tell.
+        value = std::strtoul(end - 2, nullptr, 16);
+        value = bytes.trimmed().startsWith('-') ? 256 - value : value;
     }
-    int value = 0;
-    for (; hexDigitValue(*at) >= 0; ++at) {
-        value = (value * 16 + hexDigitValue(*at)) % 256;
-    }
-    return static_cast<std::uint8_t>(negative ? 256 - value : value);
+    return static_cast<std::uint8_t>(value % 256);
 }
 
 QString formatDeviceId(std::uint8_t deviceId)

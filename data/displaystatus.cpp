@@ -5,24 +5,16 @@
 
 #include <QSettings>
 
-namespace {
+#include <utility>
 
-const QString kWidth = QStringLiteral("Width");
-const QString kHeight = QStringLiteral("Height");
-const QString kX = QStringLiteral("X");
-const QString kY = QStringLiteral("Y");
-const QString kColumnWidth = QStringLiteral("ColumnWidth");
-const QString kEditWidth = QStringLiteral("EditWidth");
-const QString kEditHeight = QStringLiteral("EditHeight");
-const QString kEditX = QStringLiteral("EditX");
-const QString kEditY = QStringLiteral("EditY");
+namespace {
 
 // No widget is larger, and the edges of a rectangle of such numbers can still be added up.
 constexpr qlonglong kMaxPixels = 16'777'215;
 
-int pixels(const QSettings& file, const QString& key)
+int pixels(const QSettings& file, const char* key)
 {
-    const qlonglong value = file.value(key).toLongLong();
+    const qlonglong value = file.value(QLatin1String(key)).toLongLong();
     return value >= -kMaxPixels && value <= kMaxPixels ? static_cast<int>(value) : 0;
 }
 
@@ -32,19 +24,19 @@ DisplayStatus readDisplayStatus(const QString& path)
 {
     DisplayStatus status;
     readSettingsFile(path, [&status](const QSettings& file) {
-        if (const int width = pixels(file, kWidth)) {
-            status.window.setRect(pixels(file, kX), pixels(file, kY), width,
+        if (const int width = pixels(file, "Width")) {
+            status.window.setRect(pixels(file, "X"), pixels(file, "Y"), width,
                                   status.window.height());
         }
-        if (const int height = pixels(file, kHeight)) {
+        if (const int height = pixels(file, "Height")) {
             status.window.setHeight(height);
         }
-        if (const int columnWidth = pixels(file, kColumnWidth)) {
+        if (const int columnWidth = pixels(file, "ColumnWidth")) {
             status.columnWidth = columnWidth;
         }
-        if (const int width = pixels(file, kEditWidth)) {
-            status.editor.setRect(pixels(file, kEditX), pixels(file, kEditY), width,
-                                  pixels(file, kEditHeight));
+        if (const int width = pixels(file, "EditWidth")) {
+            status.editor.setRect(pixels(file, "EditX"), pixels(file, "EditY"), width,
+                                  pixels(file, "EditHeight"));
         }
     });
     return status;
@@ -53,14 +45,17 @@ DisplayStatus readDisplayStatus(const QString& path)
 void writeDisplayStatus(const QString& path, const DisplayStatus& status)
 {
     writeSettingsFile(path, [&status](QSettings& file) {
-        file.setValue(kWidth, status.window.width());
-        file.setValue(kHeight, status.window.height());
-        file.setValue(kX, status.window.x());
-        file.setValue(kY, status.window.y());
-        file.setValue(kColumnWidth, status.columnWidth);
-        file.setValue(kEditWidth, status.editor.width());
-        file.setValue(kEditHeight, status.editor.height());
-        file.setValue(kEditX, status.editor.x());
-        file.setValue(kEditY, status.editor.y());
+        const std::pair<const char*, int> values[] = {{"Width", status.window.width()},
+                                                      {"Height", status.window.height()},
+                                                      {"X", status.window.x()},
+                                                      {"Y", status.window.y()},
+                                                      {"ColumnWidth", status.columnWidth},
+                                                      {"EditWidth", status.editor.width()},
+                                                      {"EditHeight", status.editor.height()},
+                                                      {"EditX", status.editor.x()},
+                                                      {"EditY", status.editor.y()}};
+        for (const auto& [key, value] : values) {
+            file.setValue(QLatin1String(key), value);
+        }
     });
 }

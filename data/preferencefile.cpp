@@ -5,70 +5,56 @@
 
 #include <QSettings>
 
+#include <type_traits>
+
 namespace {
 
-const QString kMode = QStringLiteral("Mode");
-const QString kMidiInPort = QStringLiteral("MidiInPort");
-const QString kShortcutMidiInPort = QStringLiteral("ShortcutMidiInPort");
-const QString kMidiOutPort = QStringLiteral("MidiOutPort");
-const QString kDeviceId = QStringLiteral("DeviceId");
-const QString kArrowKeyMode = QStringLiteral("ArrowKeyMode");
-const QString kShowKeyButton = QStringLiteral("ShowKeyButton");
-const QString kNoteSongUp = QStringLiteral("NoteSongUp");
-const QString kNoteSongDown = QStringLiteral("NoteSongDown");
-const QString kNoteLocate = QStringLiteral("NoteLocate");
-const QString kNoteDawPlay = QStringLiteral("NoteDawPlay");
-const QString kNoteDawStop = QStringLiteral("NoteDawStop");
-const QString kSendTextColor = QStringLiteral("SendTextColor");
-const QString kNextTextColor = QStringLiteral("NextTextColor");
-
-template <typename Value>
-void readIfPresent(const QSettings& file, const QString& key, Value& field)
+// Gives `visit` every field but the device ID, with its key.
+template <typename Data, typename Visit>
+void visitFields(Data& data, const Visit& visit)
 {
-    if (file.contains(key)) {
-        field = file.value(key).value<Value>();
-    }
+    visit(QLatin1String("Mode"), data.Mode);
+    visit(QLatin1String("MidiInPort"), data.MidiInPort);
+    visit(QLatin1String("ShortcutMidiInPort"), data.ShortcutMidiInPort);
+    visit(QLatin1String("MidiOutPort"), data.MidiOutPort);
+    visit(QLatin1String("ArrowKeyMode"), data.ArrowKeyMode);
+    visit(QLatin1String("ShowKeyButton"), data.ShowKeyButton);
+    visit(QLatin1String("NoteSongUp"), data.NoteSongUp);
+    visit(QLatin1String("NoteSongDown"), data.NoteSongDown);
+    visit(QLatin1String("NoteLocate"), data.NoteLocate);
+    visit(QLatin1String("NoteDawPlay"), data.NoteDawPlay);
+    visit(QLatin1String("NoteDawStop"), data.NoteDawStop);
+    visit(QLatin1String("SendTextColor"), data.SendTextColor);
+    visit(QLatin1String("NextTextColor"), data.NextTextColor);
 }
+
+const QLatin1String kDeviceId("DeviceId");
 
 } // namespace
 
 void EditData::readPreference(const QString& path)
 {
+    // These do not keep their value where the file has none.
+    Mode = kModeProToolsBars;
+    MidiInPort.clear();
+    ShortcutMidiInPort.clear();
+    MidiOutPort.clear();
     readSettingsFile(path, [this](const QSettings& file) {
-        Mode = file.value(kMode).toInt();
-        MidiInPort = file.value(kMidiInPort).toString();
-        ShortcutMidiInPort = file.value(kShortcutMidiInPort).toString();
-        MidiOutPort = file.value(kMidiOutPort).toString();
         DeviceId = file.value(kDeviceId).toString();
         DeviceIdValue = parseDeviceId(DeviceId).value_or(DeviceIdValue);
-        readIfPresent(file, kShowKeyButton, ShowKeyButton);
-        readIfPresent(file, kArrowKeyMode, ArrowKeyMode);
-        readIfPresent(file, kNoteSongUp, NoteSongUp);
-        readIfPresent(file, kNoteSongDown, NoteSongDown);
-        readIfPresent(file, kNoteLocate, NoteLocate);
-        readIfPresent(file, kNoteDawPlay, NoteDawPlay);
-        readIfPresent(file, kNoteDawStop, NoteDawStop);
-        readIfPresent(file, kSendTextColor, SendTextColor);
-        readIfPresent(file, kNextTextColor, NextTextColor);
+        visitFields(*this, [&file](QLatin1String key, auto& field) {
+            if (file.contains(key)) {
+                field = file.value(key).template value<std::decay_t<decltype(field)>>();
+            }
+        });
     });
 }
 
 void EditData::writePreference(const QString& path)
 {
     writeSettingsFile(path, [this](QSettings& file) {
-        file.setValue(kMode, Mode);
-        file.setValue(kMidiInPort, MidiInPort);
-        file.setValue(kShortcutMidiInPort, ShortcutMidiInPort);
-        file.setValue(kMidiOutPort, MidiOutPort);
         file.setValue(kDeviceId, formatDeviceId(DeviceIdValue));
-        file.setValue(kArrowKeyMode, ArrowKeyMode);
-        file.setValue(kShowKeyButton, ShowKeyButton);
-        file.setValue(kNoteSongUp, NoteSongUp);
-        file.setValue(kNoteSongDown, NoteSongDown);
-        file.setValue(kNoteLocate, NoteLocate);
-        file.setValue(kNoteDawPlay, NoteDawPlay);
-        file.setValue(kNoteDawStop, NoteDawStop);
-        file.setValue(kSendTextColor, SendTextColor);
-        file.setValue(kNextTextColor, NextTextColor);
+        visitFields(*this,
+                    [&file](QLatin1String key, const auto& field) { file.setValue(key, field); });
     });
 }

@@ -4,6 +4,8 @@
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <climits>
+#include <cstdlib>
 
 namespace {
 
@@ -30,17 +32,27 @@ const QString kHarmless = QStringLiteral(
 // reader more than the search.
 bool mayHaveSerialisedValues(const QByteArray& content)
 {
-    bool isEscape = false;
-    return std::any_of(content.begin(), content.end(), [&isEscape](char c) {
-        const bool isCode = isEscape && (c == 'x' || (c >= '0' && c <= '7'));
-        isEscape = c == '\\' && !isEscape;
-        return isCode || c == '@';
-    });
+    if (content.contains('@')) {
+        return true;
+    }
+    const char* at = content.constData();
+    const char* const end = at + content.size(); // A NUL, which ends every number.
+    while ((at = std::find(at, end, '\\')) != end) {
+        const char code = *++at;
+        if (code == 'x' || (code >= '0' && code <= '7')) {
+            const bool isHex = code == 'x';
+            const auto number = std::strtoul(isHex ? at + 1 : at, nullptr, isHex ? 16 : 8);
+            if (number % 0x10000 == '@' || number == ULONG_MAX) { // Or too large to tell.
+                return true;
+            }
+        }
+    }
+    return false;
 }
 
 } // namespace
 
-QByteArray escapeSerialisedValues(const QByteArray& content)
+QByteArray escapeSerialisedValues(QByteArray content)
 {
     if (!mayHaveSerialisedValues(content)) {
         return content;

@@ -19,144 +19,112 @@ constexpr std::int32_t kMaxCount = 100'000;
 // The next one ends its show.
 constexpr std::int32_t kMaxMissingEntries = 100'000;
 
-const QLatin1String kSongDataNum("SongDataNum");
-const QLatin1String kSongGroup("SongData");
-const QLatin1String kId("Id");
-const QLatin1String kSongTitle("SongTitle");
-const QLatin1String kSongMemo("SongMemo");
-const QLatin1String kBar("Bar");
-const QLatin1String kMarker("Marker");
-
-const QLatin1String kShowDataNum("ShowDataNum");
-const QLatin1String kShowGroup("ShowData");
-const QLatin1String kShowTitle("ShowTitle");
-const QLatin1String kShowMemo("ShowMemo");
-const QLatin1String kSetNum("SetNum");
-
-const QLatin1String kEntryGroup("SetData"); // Inside the group of its show.
-const QLatin1String kSetType("SetType");
-const QLatin1String kSpaceName("SpaceName");
-const QLatin1String kCue("Cue");
-const QLatin1String kSongId("SongId");
-
-// The keys of numbered groups, such as SongData3/Bar; numbers start at 1. Keys are made without
-// spare room, as QSettings keeps those that are written.
-class GroupKeys
+// Walks the numbered groups of a file, such as SongData3 and ShowData1/SetData2. Numbers start
+// at 1.
+class GroupWalk
 {
-public:
-    explicit GroupKeys(QLatin1String groupName, const QString& parentPrefix = {})
-        : group(parentPrefix + groupName)
+protected:
+    GroupWalk() { prefix.reserve(kLongestKey); }
+
+    template <typename Visit>
+    void visit(const char* group, std::int32_t n, const Visit& what)
     {
+        const auto parent = prefix.size();
+        prefix += QLatin1String(group);
+        prefix += QString::number(n);
+        prefix += QLatin1Char('/');
+        what();
+        prefix.truncate(parent);
     }
 
-    void select(std::int32_t n) { selected = group % QString::number(n) % QLatin1Char('/'); }
-
-    // A key of the selected group.
-    QString operator()(QLatin1String name) const { return selected % name; }
-
-    [[nodiscard]] const QString& prefix() const { return selected; }
+    QString prefix; // Of the keys in the group.
 
 private:
-    QString group;
-    QString selected;
+    static constexpr int kLongestKey = 64;
 };
 
-std::int32_t readCount(const QSettings& file, const QString& key)
-{
-    return std::clamp(file.value(key).toInt(), 0, kMaxCount);
-}
-
-std::vector<EditDataSong> readSongs(const QSettings& file)
-{
-    std::vector<EditDataSong> songs;
-    GroupKeys key(kSongGroup);
-    const std::int32_t count = readCount(file, kSongDataNum);
-    for (std::int32_t n = 1; n <= count; ++n) {
-        key.select(n);
-        EditDataSong song;
-        song.Id = file.value(key(kId)).toInt();
-        song.SongTitle = file.value(key(kSongTitle)).toString();
-        song.SongMemo = file.value(key(kSongMemo)).toString();
-        song.Bar = file.value(key(kBar)).toInt();
-        song.Marker = file.value(key(kMarker)).toInt();
-        songs.push_back(std::move(song));
-    }
-    return songs;
-}
-
-// Reads the shows of a file whose songs have been read.
-class ShowReader
+class Reader : GroupWalk
 {
 public:
-    ShowReader(const QSettings& settings, const std::vector<EditDataSong>& songs);
+    explicit Reader(const QSettings& settings) : file(settings) {}
 
-    std::vector<EditDataShow> readShows();
+    std::vector<EditDataSong> readSongs();
+    std::vector<EditDataShow> readShows(const std::vector<EditDataSong>& songs);
 
 private:
-    using SetList = std::vector<EditDataSet>;
+    // Allocates nothing for a key: most of the time goes into look-ups.
+    QVariant value(const char* name)
+    {
+        const auto group = prefix.size();
+        QVariant result = file.value(prefix += QLatin1String(name));
+        prefix.truncate(group);
+        return result;
+    }
+    std::int32_t number(const char* name) { return value(name).toInt(); }
+    QString text(const char* name) { return value(name).toString(); }
 
-    SetList readSetList(const GroupKeys& show);
-    bool readEntry(const GroupKeys& key, SetList& entries) const;
+    // Calls `read` in each group until it returns false.
+    template <typename Read>
+    void readGroups(const char* countName, const char* group, const Read& read)
+    {
+        const std::int32_t count = std::clamp(number(countName), 0, kMaxCount);
+        bool isMore = true;
+        for (std::int32_t n = 1; n <= count && isMore; ++n) {
+            visit(group, n, [&] { isMore = read(); });
+        }
+    }
+
+    bool readEntry(std::vector<EditDataSet>& entries);
 
     const QSettings& file;
     QHash<std::int32_t, const EditDataSong*> songOfId;
     std::int32_t missingEntries = 0;
 };
 
-ShowReader::ShowReader(const QSettings& settings, const std::vector<EditDataSong>& songs)
-    : file(settings)
+std::vector<EditDataSong> Reader::readSongs()
+{
+    std::vector<EditDataSong> songs;
+    readGroups("SongDataNum", "SongData", [&] {
+        songs.push_back(
+            {number("Id"), text("SongTitle"), text("SongMemo"), number("Marker"), number("Bar")});
+        return true;
+    });
+    return songs;
+}
+
+std::vector<EditDataShow> Reader::readShows(const std::vector<EditDataSong>& songs)
 {
     songOfId.reserve(static_cast<int>(songs.size()));
-    for (const EditDataSong& song : songs) {
-        if (!songOfId.contains(song.Id)) { // The first in the file stands for its Id.
-            songOfId.insert(song.Id, &song);
-        }
-    }
-}
-
-std::vector<EditDataShow> ShowReader::readShows()
-{
+    std::for_each(songs.rbegin(), songs.rend(), [this](const EditDataSong& song) {
+        songOfId.insert(song.Id, &song); // The first in the file, inserted last, stands for its Id.
+    });
     std::vector<EditDataShow> shows;
-    GroupKeys key(kShowGroup);
-    const std::int32_t count = readCount(file, kShowDataNum);
-    for (std::int32_t n = 1; n <= count; ++n) {
-        key.select(n);
-        EditDataShow show;
-        show.ShowTitle = file.value(key(kShowTitle)).toString();
-        show.ShowMemo = file.value(key(kShowMemo)).toString();
-        show.SetList = readSetList(key);
+    // Has QSettings parse the sections of all shows: look-ups are faster once none is left.
+    readGroups("ShowDataNum", "ShowData", [this] {
+        value("SetNum");
+        return true;
+    });
+    readGroups("ShowDataNum", "ShowData", [&] {
+        EditDataShow show{text("ShowTitle"), text("ShowMemo"), {}};
+        readGroups("SetNum", "SetData", [&] {
+            return readEntry(show.SetList) || ++missingEntries <= kMaxMissingEntries;
+        });
         shows.push_back(std::move(show));
-    }
+        return true;
+    });
     return shows;
-}
-
-ShowReader::SetList ShowReader::readSetList(const GroupKeys& show)
-{
-    SetList entries;
-    GroupKeys key(kEntryGroup, show.prefix());
-    const std::int32_t count = readCount(file, show(kSetNum));
-    for (std::int32_t n = 1; n <= count; ++n) {
-        key.select(n);
-        if (!readEntry(key, entries) && ++missingEntries > kMaxMissingEntries) {
-            break;
-        }
-    }
-    return entries;
 }
 
 // Appends an entry, unless its song is not in the file or its kind is unknown. Returns false if the
 // file has no kind for it: it is damaged or missing, and reads as the song with Id 0.
-bool ShowReader::readEntry(const GroupKeys& key, SetList& entries) const
+bool Reader::readEntry(std::vector<EditDataSet>& entries)
 {
-    const QVariant setType = file.value(key(kSetType));
-    EditDataSet entry;
-    entry.SetType = setType.toInt();
-    entry.SpaceName = file.value(key(kSpaceName)).toString();
-    entry.Cue = file.value(key(kCue)).toString();
+    const QVariant setType = value("SetType");
+    EditDataSet entry{setType.toInt(), {}, text("SpaceName"), text("Cue")};
     if (entry.SetType == kSetTypeSpace) {
         entries.push_back(std::move(entry));
     } else if (entry.SetType == kSetTypeSong) {
-        if (const EditDataSong* song = songOfId.value(file.value(key(kSongId)).toInt())) {
+        if (const EditDataSong* song = songOfId.value(number("SongId"))) {
             entry.Song = *song;
             entries.push_back(std::move(entry));
         }
@@ -164,48 +132,66 @@ bool ShowReader::readEntry(const GroupKeys& key, SetList& entries) const
     return setType.isValid();
 }
 
-void writeSongs(QSettings& file, const std::vector<EditDataSong>& songs)
+class Writer : GroupWalk
 {
-    GroupKeys key(kSongGroup);
-    std::int32_t n = 0;
-    for (const EditDataSong& song : songs) {
-        key.select(++n);
-        file.setValue(key(kId), song.Id);
-        file.setValue(key(kSongTitle), song.SongTitle);
-        file.setValue(key(kSongMemo), song.SongMemo);
-        file.setValue(key(kBar), song.Bar);
-        file.setValue(key(kMarker), song.Marker);
-    }
-    file.setValue(kSongDataNum, n);
-}
+public:
+    explicit Writer(QSettings& settings) : file(settings) {}
 
-void writeSetList(QSettings& file, const GroupKeys& show, const std::vector<EditDataSet>& entries)
-{
-    GroupKeys key(kEntryGroup, show.prefix());
-    std::int32_t n = 0;
-    for (const EditDataSet& entry : entries) {
-        key.select(++n);
-        file.setValue(key(kSetType), entry.SetType);
-        file.setValue(key(kSpaceName), entry.SpaceName);
-        file.setValue(key(kCue), entry.Cue);
-        if (entry.SetType == kSetTypeSong) {
-            file.setValue(key(kSongId), entry.Song.Id);
+    void writeSongs(const std::vector<EditDataSong>& songs);
+    void writeShows(const std::vector<EditDataShow>& shows);
+
+private:
+    // A key has no spare room: QSettings keeps it.
+    void set(const char* name, const QVariant& value)
+    {
+        file.setValue(prefix % QLatin1String(name), value);
+    }
+
+    template <typename Records, typename Write>
+    void writeGroups(const char* countName, const char* group, const Records& records,
+                     const Write& write)
+    {
+        std::int32_t n = 0;
+        for (const auto& record : records) {
+            visit(group, ++n, [&] { write(record); });
         }
+        set(countName, n);
     }
-    file.setValue(show(kSetNum), n);
+
+    QSettings& file;
+};
+
+void Writer::writeSongs(const std::vector<EditDataSong>& songs)
+{
+    writeGroups("SongDataNum", "SongData", songs, [this](const EditDataSong& song) {
+        set("Id", song.Id);
+        set("SongTitle", song.SongTitle);
+        set("SongMemo", song.SongMemo);
+        set("Bar", song.Bar);
+        set("Marker", song.Marker);
+    });
 }
 
-void writeShows(QSettings& file, const std::vector<EditDataShow>& shows)
+void Writer::writeShows(const std::vector<EditDataShow>& shows)
 {
-    GroupKeys key(kShowGroup);
-    std::int32_t n = 0;
-    for (const EditDataShow& show : shows) {
-        key.select(++n);
-        file.setValue(key(kShowTitle), show.ShowTitle);
-        file.setValue(key(kShowMemo), show.ShowMemo);
-        writeSetList(file, key, show.SetList);
-    }
-    file.setValue(kShowDataNum, n);
+    writeGroups("ShowDataNum", "ShowData", shows, [this](const EditDataShow& show) {
+        set("ShowTitle", show.ShowTitle);
+        set("ShowMemo", show.ShowMemo);
+        writeGroups("SetNum", "SetData", show.SetList, [this](const EditDataSet& entry) {
+            set("SetType", entry.SetType);
+            set("SpaceName", entry.SpaceName);
+            set("Cue", entry.Cue);
+            if (entry.SetType == kSetTypeSong) {
+                set("SongId", entry.Song.Id);
+            }
+        });
+    });
+}
+
+template <typename Records, typename IsUntitled>
+void removeUntitled(Records& records, const IsUntitled& isUntitled)
+{
+    records.erase(std::remove_if(records.begin(), records.end(), isUntitled), records.end());
 }
 
 } // namespace
@@ -216,10 +202,9 @@ void EditData::readEdit(const QString& path)
     SongList.clear();
     MaxSongId = 0;
     readSettingsFile(path, [this](const QSettings& file) {
-        file.childKeys(); // Parses all sections now; otherwise every look-up searches for its
-                          // section.
-        SongList = readSongs(file);
-        ShowList = ShowReader(file, SongList).readShows();
+        Reader reader(file);
+        SongList = reader.readSongs();
+        ShowList = reader.readShows(SongList);
     });
     for (const EditDataSong& song : SongList) {
         MaxSongId = std::max(MaxSongId, song.Id);
@@ -228,20 +213,17 @@ void EditData::readEdit(const QString& path)
 
 void EditData::writeEdit(const QString& path)
 {
-    SongList.erase(std::remove_if(SongList.begin(), SongList.end(),
-                                  [](const auto& song) { return song.SongTitle.isEmpty(); }),
-                   SongList.end());
-    ShowList.erase(std::remove_if(ShowList.begin(), ShowList.end(),
-                                  [](const auto& show) { return show.ShowTitle.isEmpty(); }),
-                   ShowList.end());
+    removeUntitled(SongList, [](const auto& song) { return song.SongTitle.isEmpty(); });
+    removeUntitled(ShowList, [](const auto& show) { return show.ShowTitle.isEmpty(); });
     // The standard file as it is before this run of the program changes it.
     static bool isBackedUp = false;
     const bool isStandard = path == setListFilePath();
     const bool isWritten = writeSettingsFile(
         path,
         [this](QSettings& file) {
-            writeSongs(file, SongList);
-            writeShows(file, ShowList);
+            Writer writer(file);
+            writer.writeSongs(SongList);
+            writer.writeShows(ShowList);
         },
         isStandard && !isBackedUp ? setListBackupPath() : QString());
     isBackedUp = isBackedUp || (isStandard && isWritten);

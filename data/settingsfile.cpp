@@ -19,7 +19,6 @@
 
 namespace {
 
-constexpr int kLockPatienceMs = 5000;
 constexpr unsigned long kLockPollMs = 5;
 
 // Sorts after all other keys, so that QSettings writes it last.
@@ -37,11 +36,11 @@ int uniqueNumber()
 std::optional<QByteArray> contents(const QString& path)
 {
     QFile file(path);
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly)) {
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
         return std::nullopt;
     }
     QByteArray content = file.readAll();
-    return file.error() == QFileDevice::NoError ? std::optional(content) : std::nullopt;
+    return file.error() == QFileDevice::NoError ? std::optional(std::move(content)) : std::nullopt;
 }
 
 // Where a file lies that may be a symbolic link, also one to a file that does not exist yet.
@@ -52,11 +51,11 @@ QString linkTarget(const QString& path)
     return !existing.isEmpty() ? existing : file.isSymLink() ? file.symLinkTarget() : path;
 }
 
-// A file in memory, under a name of its own, that QSettings can open: a Qt resource.
+// A file in memory, under a unique name, that QSettings can open: a Qt resource.
 class MemoryFile
 {
 public:
-    explicit MemoryFile(const QByteArray& content);
+    explicit MemoryFile(QByteArray content);
     ~MemoryFile() { QResource::unregisterResource(data(), name); }
     Q_DISABLE_COPY_MOVE(MemoryFile)
 
@@ -73,17 +72,18 @@ private:
 };
 
 // The layout is that of `rcc -binary`, version 1: a header, a tree of one node, the content.
-MemoryFile::MemoryFile(const QByteArray& content)
+MemoryFile::MemoryFile(QByteArray content) : resource(std::move(content))
 {
     constexpr qint32 kVersion = 1;
     constexpr qint32 kTreeOffset = 20;
     constexpr qint32 kContentOffset = kTreeOffset + 14;
-    resource.reserve(kContentOffset + 4 + content.size());
-    QDataStream out(&resource, QIODevice::WriteOnly);
+    QByteArray head;
+    QDataStream out(&head, QIODevice::WriteOnly);
     out.writeRawData("qres", 4);
     out << kVersion << kTreeOffset << kContentOffset << kTreeOffset;
     out << qint32(0) << qint16(0) << qint16(0) << qint16(0) << qint32(0); // A file without a name.
-    out.writeBytes(content.constData(), static_cast<uint>(content.size()));
+    out << static_cast<qint32>(resource.size());
+    resource.prepend(head);
     QResource::registerResource(data(), name);
 }
 
@@ -92,10 +92,10 @@ MemoryFile::MemoryFile(const QByteArray& content)
 class SaveLock
 {
 public:
-    explicit SaveLock(const QString& directory)
+    SaveLock(const QString& directory, int patienceMs)
         : fd(::open(QFile::encodeName(directory).constData(), O_RDONLY | O_CLOEXEC))
     {
-        const QDeadlineTimer end(kLockPatienceMs);
+        const QDeadlineTimer end(patienceMs);
         while (flock(fd, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK && !isTimedOut) {
             QThread::msleep(kLockPollMs);
             isTimedOut = end.hasExpired();
@@ -165,8 +165,8 @@ void makeBackup(const QByteArray& content, const QString& path)
     }
 }
 
-// QSettings takes a disk that gets full in the last piece of a file for a success. The file is
-// whole if the end mark is there, which is cut off.
+// QSettings reports success if the disk gets full in the last piece of a file. A file that ends
+// with the end mark is whole.
 bool cutEndMark(const QString& path)
 {
     QFile file(path);
@@ -193,12 +193,12 @@ void readSettingsFile(const QString& path, const std::function<void(const QSetti
 }
 
 bool writeSettingsFile(const QString& path, const std::function<void(QSettings&)>& fill,
-                       const QString& backupPath)
+                       const QString& backupPath, int lockPatienceMs)
 {
     const QString target = linkTarget(path);
     const QString directory = QFileInfo(target).path();
     QDir().mkpath(directory);
-    const SaveLock lock(directory);
+    const SaveLock lock(directory, lockPatienceMs);
     if (!lock.isHeld()) {
         return false;
     }

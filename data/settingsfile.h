@@ -21,8 +21,8 @@ void readSettingsFile(const QString& path, const std::function<void(const QSetti
 // a symbolic link, the target is replaced. Creates the directory. A file at `path` is first copied
 // to `backupPath`, if that is not empty; a copy that fails stops nothing.
 //
-// Waits for another process that saves in the same directory, up to some seconds. A process that is
+// Waits up to `lockPatienceMs` for another process that saves in the directory. A process that is
 // killed at any time leaves the old file or the new one, and nothing that the next save in the
 // directory does not remove.
 bool writeSettingsFile(const QString& path, const std::function<void(QSettings&)>& fill,
-                       const QString& backupPath = {});
+                       const QString& backupPath = {}, int lockPatienceMs = 5000);

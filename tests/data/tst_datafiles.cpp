@@ -50,15 +50,14 @@ private slots:
     {
         EditData data;
         data.DeviceIdValue = 9;
-        for (const QString& path :
-             {fileWith("[General]\nNoteLocate=40\nDeviceId=zz\nno equals sign"), freshPath()}) {
-            data.Mode = kModeStudioOneMarker;
-            data.MidiOutPort = QStringLiteral("out");
-            data.readPreference(path);
-            QVERIFY(data.Mode == 0 && data.MidiOutPort.isEmpty() && data.DeviceIdValue == 9);
-            QVERIFY(data.ShowKeyButton && data.SendTextColor == QColor(0xbb, 0, 0));
-            QVERIFY(data.NoteSongUp == 28 && data.NoteLocate == 40 && data.NoteDawStop == 35);
-        }
+        data.Mode = kModeStudioOneMarker;
+        data.MidiInPort = data.ShortcutMidiInPort = data.MidiOutPort = QStringLiteral("port");
+        data.readPreference(fileWith("[General]\nNoteLocate=40\nDeviceId=zz\nno equals sign"));
+        QVERIFY(data.Mode == 0 && data.DeviceIdValue == 9 && data.MidiInPort.isEmpty());
+        QVERIFY(data.ShortcutMidiInPort.isEmpty() && data.MidiOutPort.isEmpty());
+        data.readPreference(freshPath());
+        QVERIFY(data.ShowKeyButton && data.SendTextColor == QColor(0xbb, 0, 0));
+        QVERIFY(data.NoteSongUp == 28 && data.NoteLocate == 40 && data.NoteDawStop == 35);
     }
 
     void illTypedValuesReadAsDefaults()
@@ -69,31 +68,50 @@ private slots:
                                      kHarmfulValues));
         QVERIFY(data.Mode == 0 && !data.ShowKeyButton && !data.ArrowKeyMode);
         QVERIFY(data.NoteLocate == 0 && data.MidiInPort.isEmpty() && data.DeviceId.isEmpty());
+    }
+
+    void illTypedColorsAreInvalid_data()
+    {
+        QTest::addColumn<bool>("isNamedByItsText");
         for (const char* text :
-             {"", "nothing", "#zz", "1, 2", "@Invalid()", "@Rect(1 2 3 4)",
-              R"(@Variant(\0\0\0\x43))", R"(@Variant(\0\0\0\x43\x9\xff\xff\0\0\0\0\0\0\0\0))",
-              "@Variant(x", "777777777777"}) {
-            data.readPreference(fileWith(
-                QByteArray("[General]\nNextTextColor=#12ab34\nSendTextColor=") + text + '\n'));
-            QVERIFY2(!data.SendTextColor.isValid(), text);
-            QVERIFY(data.NextTextColor == QColor(0x12, 0xab, 0x34));
+             {"", "#zz", "1, 2", "@Invalid()", "@Rect(1 2 3 4)", R"(@Variant(\0\0\0\x43))",
+              R"(@Variant(\0\0\0\x43\x9\xff\xff\0\0\0\0\0\0\0\0))", "@Variant(x", "777777777777"}) {
+            QTest::newRow(text) << true;
+        }
+    }
+
+    void illTypedColorsAreInvalid()
+    {
+        EditData data;
+        data.readPreference(
+            fileWith(QByteArray("[General]\nNextTextColor=#12ab34\nSendTextColor=") +
+                     QTest::currentDataTag() + '\n'));
+        QVERIFY(!data.SendTextColor.isValid());
+        QCOMPARE(data.NextTextColor, QColor(0x12, 0xab, 0x34));
+    }
+
+    void parsesDeviceId_data()
+    {
+        QTest::addColumn<int>("value"); // -1: none.
+        using Row = std::pair<const char*, int>;
+        for (const auto& [text, value] :
+             {Row("7f", 0x7f), Row("0X7F", 0x7f), Row(" \t\v7F", 0x7f), Row("5 6", 5),
+              Row("1FF", 0xff), Row("1234567890abcdef1234567aB", 0xab),
+              Row("\n-1234567890123456701 ", 0xff), Row("+a", 10), Row("-1", 0xff), Row("0x", 0),
+              Row("0x0x5", 0), Row("", -1), Row("zz", -1), Row("x7f", -1), Row("- 5", -1),
+              Row("+-5", -1), Row("\uff17", -1)}) {
+            QTest::newRow(text) << value;
         }
     }
 
     void parsesDeviceId()
     {
-        using Row = std::pair<const char*, int>; // -1: none.
-        for (const auto& [text, value] :
-             {Row("7f", 0x7f), Row("0X7F", 0x7f), Row(" \t\v7F", 0x7f), Row("5 6", 5),
-              Row("1FF", 0xff), Row("123456789012345678900", 0), Row("+a", 10), Row("-1", 0xff),
-              Row("0x", 0), Row("0x0x5", 0), Row("", -1), Row("zz", -1), Row("x7f", -1),
-              Row("- 5", -1), Row("+-5", -1), Row("\uff17", -1)}) {
-            const auto parsed = parseDeviceId(QString::fromUtf8(text));
-            QVERIFY2((parsed ? *parsed : -1) == value, text);
-        }
+        QFETCH(int, value);
+        const auto parsed = parseDeviceId(QString::fromUtf8(QTest::currentDataTag()));
+        QCOMPARE(parsed ? *parsed : -1, value);
     }
 
-    void geometrySurvivesOrHasDefaults()
+    void geometrySurvives()
     {
         const QByteArray content("[General]\nColumnWidth=77\nEditHeight=4\nEditWidth=3\nEditX=1\n"
                                  "EditY=2\nHeight=480\nWidth=640\nX=-5\nY=20\n");
@@ -102,18 +120,28 @@ private slots:
         const QString path = freshPath();
         writeDisplayStatus(path, kept);
         QCOMPARE(bytes(path), content);
+    }
 
-        using Case = std::pair<QByteArray, QRect>;
-        for (const auto& [damaged, expected] :
-             {Case(kHarmfulValues + "Width=a\nHeight=1, 2\n", {100, 100, 500, 800}),
-              Case("Width=0\nX=400\nHeight=300\nEditX=5\n", {100, 100, 500, 300}),
-              Case("Width=600\nHeight=99999999999\nX=2147483647\nColumnWidth=4294967299\n"
-                   "EditWidth=-2147483648\n",
-                   {0, 0, 600, 800})}) {
-            const DisplayStatus status = readDisplayStatus(fileWith("[General]\n" + damaged));
-            QCOMPARE(status.window, expected);
-            QVERIFY(status.columnWidth == 180 && status.editor.width() == 0);
-        }
+    void geometryHasDefaults_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QRect>("window");
+        const QByteArray tooLarge("Width=600\nHeight=99999999999\nX=2147483647\n"
+                                  "ColumnWidth=4294967299\nEditWidth=-2147483648\n");
+        QTest::newRow("ill-typed") << kHarmfulValues + "Width=a\nHeight=1, 2\n"
+                                   << QRect(100, 100, 500, 800);
+        QTest::newRow("no width") << QByteArray("Width=0\nX=400\nHeight=300\nEditX=5\n")
+                                  << QRect(100, 100, 500, 300);
+        QTest::newRow("too large") << tooLarge << QRect(0, 0, 600, 800);
+    }
+
+    void geometryHasDefaults()
+    {
+        QFETCH(QByteArray, content);
+        const DisplayStatus status = readDisplayStatus(fileWith("[General]\n" + content));
+        QTEST(status.window, "window");
+        QCOMPARE(status.columnWidth, 180);
+        QCOMPARE(status.editor.width(), 0);
     }
 };
 

@@ -39,6 +39,7 @@ private slots:
         data.ShowList[0].ShowTitle.clear();
         data.ShowList[1].SetList[0] = {kSetTypeSpace, {}, QStringLiteral("Intro"), {}};
         data.writeEdit(path);
+        QCOMPARE(data.SongList.size(), 1U);
         QVERIFY(bytes(path).contains("[SongData2]"));
         data.readEdit(fileWith(bytes(path)));
         QVERIFY(data.SongList.size() == 1 && data.SongList[0].Id == 7 && data.MaxSongId == 7);
@@ -46,25 +47,35 @@ private slots:
         QCOMPARE(titles(data.ShowList[0]), QStringLiteral("[Intro] [MC]"));
     }
 
+    void keepsEveryText_data()
+    {
+        QTest::addColumn<QString>("text");
+        const auto row = [](const char* name, const QString& text) { QTest::newRow(name) << text; };
+        row("all of Unicode", QStringLiteral(u"\u6b4c\u8a5e \U0001F3B5a") + QChar(0xd83c));
+        row("signs of INI files", QStringLiteral(" a,b;c=\"d\\e\" [f]/%41%2F#'g' "));
+        row("lines", QStringLiteral("a\r\nb\tc\n"));
+        row("NUL", QChar(0) + QStringLiteral("0"));
+        row("no value", QStringLiteral("@Invalid()"));
+        row("serialised values", QStringLiteral("@@Variant(\\0) =@Variant( ,@Variant("));
+        row("serialised behind blanks", QStringLiteral("  @Variant(x), @DateTime("));
+        row("10,000 characters", QString(10'000, QChar(0x6b4c)));
+    }
+
     void keepsEveryText()
     {
-        for (const QString& text :
-             {QStringLiteral(u"\u6b4c\u8a5e \U0001F3B5a") + QChar(0xd83c),
-              QStringLiteral(" a,b;c=\"d\\e\" [f]/%41%2F#'g' "),
-              QStringLiteral("a\r\nb\tc\n") + QChar(0) + QLatin1Char('0'),
-              QStringLiteral("@Invalid()"), QStringLiteral("@@Variant(\\0) =@Variant( ,@Variant("),
-              QStringLiteral("  @Variant(x), @DateTime("), QString(10'000, QChar(0x6b4c))}) {
-            EditData data;
-            data.SongList = {{1, text, text, -2, INT_MAX}};
-            data.ShowList = {{text, text, {{kSetTypeSpace, {}, text, text}}}};
-            const QString path = freshPath();
-            data.writeEdit(path);
-            data.readEdit(fileWith(bytes(path)));
-            const EditDataSong& song = data.SongList.at(0);
-            QVERIFY(song.Marker == -2 && song.Bar == INT_MAX);
-            const EditDataSet& space = data.ShowList.at(0).SetList.at(0);
-            QCOMPARE((QStringList{song.SongTitle, song.SongMemo, space.SpaceName}),
-                     (QStringList{text, text, text}));
+        QFETCH(QString, text);
+        EditData data;
+        data.SongList = {{1, text, text, -2, INT_MAX}};
+        data.ShowList = {{text, text, {{kSetTypeSpace, {}, text, text}}}};
+        const QString path = freshPath();
+        data.writeEdit(path);
+        data.readEdit(path);
+        const EditDataSong& song = data.SongList.at(0);
+        const EditDataShow& show = data.ShowList.at(0);
+        QVERIFY(song.Marker == -2 && song.Bar == INT_MAX);
+        for (const QString& read : {song.SongTitle, song.SongMemo, show.ShowTitle, show.ShowMemo,
+                                    show.SetList.at(0).SpaceName, show.SetList.at(0).Cue}) {
+            QCOMPARE(read, text);
         }
     }
 
@@ -87,31 +98,41 @@ private slots:
         QVERIFY(data.SongList.empty() && data.ShowList.empty() && data.MaxSongId == 0);
     }
 
-    void survivesHostileFiles()
+    void survivesHostileFiles_data()
     {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<std::size_t>("songs");
+        QTest::addColumn<std::size_t>("entries"); // Of the last show.
+        const auto row = [](const char* name, const QByteArray& content, std::size_t songs,
+                            std::size_t entries) {
+            QTest::newRow(name) << content << songs << entries;
+        };
         const QByteArray show("SetNum=2147483647\nSetData100000\\SetType=1\n"
                               "SetData100001\\SetType=1\n");
-        const QByteArray shows = "ShowDataNum=2\n[ShowData1]\n" + show + "[ShowData2]\n" + show;
-        using Case = std::tuple<QByteArray, std::size_t, std::size_t>; // Entries of the last show.
-        for (const auto& [content, songs, entries] :
-             {Case("SongDataNum=2147483647\nShowDataNum=2147483647\n", 100'000, 0),
-              Case("SongDataNum=-1\nShowDataNum=1\n[ShowData1]\n" + show, 0, 1), // The space.
-              Case("SongDataNum=1\nShowDataNum=1\n[ShowData1]\n" + show, 1, 100'000),
-              Case("SongDataNum=1\n" + shows, 1, 2), // What the first show left to be missing.
-              Case("SongDataNum=1, 2\nShowDataNum=@Invalid()\n", 0, 0),
-              Case({"\x7f\x45LF\0\0=\n[\n]\n=\n\\x\n[a]b\n\0", 22}, 0, 0),
-              Case("SongDataNum=1\n" + kHarmfulValues, 1, 0)}) {
-            const QString path = fileWith("[General]\n" + content);
-            EditData data;
-            data.readEdit(path);
-            QCOMPARE(data.SongList.size(), songs);
-            QCOMPARE(data.ShowList.empty() ? 0 : data.ShowList.back().SetList.size(), entries);
+        const QByteArray one = "ShowDataNum=1\n[ShowData1]\n" + show;
+        const QByteArray two = "ShowDataNum=2\n[ShowData1]\n" + show + "[ShowData2]\n" + show;
+        row("counts", "SongDataNum=2147483647\nShowDataNum=2147483647\n", 100'000, 0);
+        row("entries without a song", "SongDataNum=-1\n" + one, 0, 1); // The space.
+        row("entries of song 0", "SongDataNum=1\n" + one, 1, 100'000);
+        row("what the first show left", "SongDataNum=1\n" + two, 1, 2);
+        row("ill-typed counts", "SongDataNum=1, 2\nShowDataNum=@Invalid()\n", 0, 0);
+        row("no text", QByteArray("\x7f\x45LF\0\0=\n[\n]\n=\n\\x\n[a]b\n\0", 22), 0, 0);
+        row("serialised values", "SongDataNum=1\n" + kHarmfulValues, 1, 0);
+    }
 
-            data.SongList = {{1, QStringLiteral("One"), {}, 0, 0}};
-            data.writeEdit(path);
-            data.readEdit(fileWith(bytes(path)));
-            QCOMPARE(data.SongList.at(0).SongTitle, QStringLiteral("One"));
-        }
+    void survivesHostileFiles()
+    {
+        QFETCH(QByteArray, content);
+        const QString path = fileWith("[General]\n" + content);
+        EditData data;
+        data.readEdit(path);
+        QTEST(data.SongList.size(), "songs");
+        QTEST(data.ShowList.empty() ? 0 : data.ShowList.back().SetList.size(), "entries");
+
+        data.SongList = {{1, QStringLiteral("One"), {}, 0, 0}};
+        data.writeEdit(path);
+        data.readEdit(path);
+        QCOMPARE(data.SongList.at(0).SongTitle, QStringLiteral("One"));
     }
 };
 

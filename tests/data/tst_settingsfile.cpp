@@ -35,20 +35,20 @@ private:
 };
 
 // Runs `act` in a process of its own, which returns true if all went well.
-pid_t fork(const std::function<bool()>& act)
+pid_t start(const std::function<bool()>& act)
 {
-    const pid_t child = ::fork();
+    const pid_t child = fork();
     if (child == 0) {
         _exit(act() ? 0 : 1);
     }
     return child;
 }
 
-int statusOf(pid_t child)
+bool endedWell(pid_t child)
 {
     int status = -1;
     waitpid(child, &status, 0);
-    return status;
+    return status == 0;
 }
 
 int valueOf(const QString& path, const QString& key)
@@ -58,24 +58,10 @@ int valueOf(const QString& path, const QString& key)
     return value;
 }
 
-bool setValue(const QString& path, const QString& key, int value)
+bool setValue(const QString& path, const QString& key, int value, int lockPatienceMs = 5000)
 {
-    return writeSettingsFile(path, [&](QSettings& file) { file.setValue(key, value); });
-}
-
-// Saves 100 times, under a key that another process does not use, and looks whether its own value
-// and those of the other stay.
-bool saveBeside(const QString& path, const QString& ownKey, const QString& otherKey)
-{
-    int other = 0;
-    for (int n = 1; n <= 100; ++n) {
-        if (!setValue(path, ownKey, n) || valueOf(path, ownKey) != n ||
-            valueOf(path, otherKey) < other) {
-            return false;
-        }
-        other = valueOf(path, otherKey);
-    }
-    return true;
+    const auto fill = [&](QSettings& file) { file.setValue(key, value); };
+    return writeSettingsFile(path, fill, {}, lockPatienceMs);
 }
 
 QStringList namesIn(const QString& directory)
@@ -83,11 +69,11 @@ QStringList namesIn(const QString& directory)
     return QDir(directory).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
 }
 
-EditData dataWithSong(const QString& title)
+void saveSong(const QString& path, const QString& title)
 {
     EditData data;
     data.SongList = {{1, title, {}, 0, 0}};
-    return data;
+    data.writeEdit(path);
 }
 
 QString firstSongOf(const QString& path)
@@ -97,23 +83,15 @@ QString firstSongOf(const QString& path)
     return data.SongList.empty() ? QString() : data.SongList[0].SongTitle;
 }
 
-QString standardDirectory()
+// A run of the program that saves the standard set list, under each title in turn.
+bool run(const QStringList& titles)
 {
-    return QFileInfo(setListFilePath()).path();
-}
-
-bool saveSongs(const QStringList& titles)
-{
-    for (const QString& title : titles) {
-        dataWithSong(title).writeEdit(setListFilePath());
-    }
-    return firstSongOf(setListFilePath()) == titles.last();
-}
-
-// A run of the program that saves set lists.
-pid_t run(const QStringList& titles)
-{
-    return fork([&] { return saveSongs(titles); });
+    return endedWell(start([&] {
+        for (const QString& title : titles) {
+            saveSong(setListFilePath(), title);
+        }
+        return firstSongOf(setListFilePath()) == titles.last();
+    }));
 }
 
 } // namespace
@@ -127,43 +105,44 @@ private slots:
     void init()
     {
         FileTest::init();
-        QDir(standardDirectory()).removeRecursively();
+        QDir(QFileInfo(setListFilePath()).path()).removeRecursively();
     }
 
-    void failedWriteChangesNothing_data()
+    void writesAllOrNothing_data()
     {
         QTest::addColumn<QString>("place");
-        QTest::addColumn<qlonglong>("bytesFree");
-        const auto row = [](const char* name, const char* place, qlonglong bytesFree) {
-            QTest::newRow(name) << QString::fromLatin1(place) << bytesFree;
-        };
-        row("no room", "old.ini", 0);
-        row("room for a part", "old.ini", 300);
-        row("no room for a new file", "new.ini", 300);
-        row("below a file", "old.ini/below.ini", 1 << 20);
-        row("a directory", ".", 1 << 20);
+        QTest::addColumn<int>("room"); // Beside what the new file needs.
+        QTest::addColumn<bool>("isWritten");
+        const QString old = QStringLiteral("old.ini");
+        QTest::newRow("room for nothing") << old << -wholeFile.size() << false;
+        QTest::newRow("room for a part of the old file") << old << -300 << false;
+        QTest::newRow("room for all but the last byte") << old << -1 << false;
+        QTest::newRow("room for a part of the end mark") << old << 5 << false;
+        QTest::newRow("room enough") << old << 100 << true;
+        QTest::newRow("a new file") << QStringLiteral("new.ini") << -1 << false;
+        QTest::newRow("below a file") << QStringLiteral("old.ini/below.ini") << 100 << false;
+        QTest::newRow("a directory") << QStringLiteral(".") << 100 << false;
     }
 
-    void failedWriteChangesNothing()
+    void writesAllOrNothing()
     {
         QFETCH(QString, place);
-        QFETCH(qlonglong, bytesFree);
+        QFETCH(int, room);
+        QFETCH(bool, isWritten);
         const QTemporaryDir home;
         const QString old = home.filePath(QStringLiteral("old.ini"));
-        dataWithSong(QStringLiteral("Old")).writeEdit(old);
-        const QByteArray before = bytes(old);
-        const QString path = home.filePath(place);
-        const QString oldSong = firstSongOf(path);
-        EditData data = dataWithSong(QString(300, QLatin1Char('a')));
-        data.SongList.push_back({});
+        QVERIFY(QFile::rename(fileWith(oldFile), old));
         {
-            const FullDisk disk(static_cast<rlim_t>(bytesFree));
-            data.writeEdit(path);
+            const FullDisk disk(static_cast<rlim_t>(wholeFile.size() + room));
+            const bool result = writeSettingsFile(home.filePath(place), [](QSettings& file) {
+                file.setValue(QStringLiteral("B"), 20);
+                file.setValue(QStringLiteral("A"), QString(400, QLatin1Char('a')));
+                file.setValue(QStringLiteral("zoo/Z"), 1);
+            });
+            QCOMPARE(result, isWritten);
         }
-        QCOMPARE(data.SongList.size(), 1U); // The untitled one goes all the same.
+        QCOMPARE(bytes(old), isWritten ? wholeFile : oldFile);
         QCOMPARE(namesIn(home.path()), QStringList(QStringLiteral("old.ini")));
-        QCOMPARE(bytes(old), before);
-        QCOMPARE(firstSongOf(path), oldSong);
     }
 
     void failedValuesAreForgotten()
@@ -184,25 +163,6 @@ private slots:
         QCOMPARE(bytes(path), good);
         QVERIFY(setValue(path, QStringLiteral("Next"), 4));
         QCOMPARE(bytes(path), good + "Next=4\n");
-    }
-
-    // Whichever is the first piece that the disk does not take.
-    void noPartOfAFileIsTakenForTheWhole()
-    {
-        const QByteArray longLine = "A=" + QByteArray(400, 'a') + '\n';
-        const QByteArray old = "[General]\n" + longLine + "Z=1\n\n[zoo]\nZ=1\n";
-        const QByteArray whole = "[General]\n" + longLine + "B=20\nZ=1\n\n[zoo]\nZ=1\n";
-        constexpr int kMostSpare = 30; // For what is in the staged file alone.
-        for (int bytesFree = old.size() - kMostSpare; bytesFree < whole.size() + kMostSpare;
-             ++bytesFree) {
-            const QString path = fileWith(old);
-            bool isWritten = false;
-            {
-                const FullDisk disk(static_cast<rlim_t>(bytesFree));
-                isWritten = setValue(path, QStringLiteral("B"), 20);
-            }
-            QCOMPARE(bytes(path), isWritten ? whole : old);
-        }
     }
 
     void damagedFileIsReadOnFullDisk()
@@ -231,101 +191,105 @@ private slots:
     void processesDoNotUndoEachOthersSaves()
     {
         const QString path = freshPath();
-        const QString a = QStringLiteral("A");
-        const QString b = QStringLiteral("B");
-        const pid_t child = fork([&] { return saveBeside(path, a, b); });
-        QVERIFY(saveBeside(path, b, a));
-        QCOMPARE(statusOf(child), 0);
-        QCOMPARE(valueOf(path, a), 100);
-        QCOMPARE(valueOf(path, b), 100);
+        const auto saveEach = [&path](const QString& group) {
+            bool isSaved = true;
+            for (int n = 0; n < 100; ++n) {
+                isSaved = setValue(path, group + QString::number(n), n) && isSaved;
+            }
+            return isSaved;
+        };
+        const pid_t child = start([&] { return saveEach(QStringLiteral("A")); });
+        QVERIFY(saveEach(QStringLiteral("B")));
+        QVERIFY(endedWell(child));
+        int keys = 0;
+        readSettingsFile(path, [&](const QSettings& file) { keys = file.allKeys().size(); });
+        QCOMPARE(keys, 200);
     }
 
-    void killedSaveLeavesNothingInTheWay()
+    void stoppedSaveFailsTheNextAndKilledOneDoesNot()
     {
         const QTemporaryDir home;
         const QString path = home.filePath(QStringLiteral("a.ini"));
-        QVERIFY(setValue(path, QStringLiteral("Mode"), 1));
-        const int status = statusOf(fork([&] {
-            return writeSettingsFile(path, [](QSettings& file) {
-                file.setValue(QStringLiteral("Mode"), 2);
+        const QString mode = QStringLiteral("Mode");
+        QVERIFY(setValue(path, mode, 1));
+        const pid_t child = start([&] {
+            return writeSettingsFile(path, [&](QSettings& file) {
+                file.setValue(mode, 2);
                 file.sync();
-                raise(SIGKILL);
-            });
-        }));
-        QVERIFY(WIFSIGNALED(status));
-        QCOMPARE(valueOf(path, QStringLiteral("Mode")), 1);
-        QVERIFY(namesIn(home.path()).size() > 1);
-        QVERIFY(setValue(path, QStringLiteral("Mode"), 3));
-        QCOMPARE(namesIn(home.path()), QStringList(QStringLiteral("a.ini")));
-    }
-
-    void stoppedSaveFailsTheNext()
-    {
-        const QString path = fileWith("[General]\nMode=1\n");
-        const pid_t child = fork([&] {
-            return writeSettingsFile(path, [](QSettings& file) {
-                file.setValue(QStringLiteral("Mode"), 2);
                 raise(SIGSTOP);
             });
         });
         int status = 0;
         waitpid(child, &status, WUNTRACED);
+        const bool isSavedBeside = setValue(path, mode, 3, 0);
+        kill(child, SIGKILL);
         QVERIFY(WIFSTOPPED(status));
-        QVERIFY(!setValue(path, QStringLiteral("Mode"), 3));
-        QCOMPARE(valueOf(path, QStringLiteral("Mode")), 1);
-        kill(child, SIGCONT);
-        QCOMPARE(statusOf(child), 0);
-        QCOMPARE(valueOf(path, QStringLiteral("Mode")), 2);
+        QVERIFY(!isSavedBeside);
+        QVERIFY(!endedWell(child));
+        QCOMPARE(valueOf(path, mode), 1);
+        QVERIFY(namesIn(home.path()).size() > 1);
+        QVERIFY(setValue(path, mode, 4));
+        QCOMPARE(valueOf(path, mode), 4);
+        QCOMPARE(namesIn(home.path()), QStringList(QStringLiteral("a.ini")));
     }
 
     void firstSaveOfARunLeavesABackup()
     {
-        QCOMPARE(statusOf(run({QStringLiteral("One"), QStringLiteral("Two")})), 0);
-        QCOMPARE(namesIn(standardDirectory()), QStringList(QStringLiteral("VELTSetting.ini")));
-        QCOMPARE(statusOf(run({QStringLiteral("Three"), QStringLiteral("Four")})), 0);
+        const QString directory = QFileInfo(setListFilePath()).path();
+        QVERIFY(run({QStringLiteral("One"), QStringLiteral("Two")}));
+        QCOMPARE(namesIn(directory), QStringList(QStringLiteral("VELTSetting.ini")));
+        QVERIFY(run({QStringLiteral("Three"), QStringLiteral("Four")}));
         QCOMPARE(firstSongOf(setListBackupPath()), QStringLiteral("Two"));
-        QCOMPARE(statusOf(run({QStringLiteral("Five")})), 0);
-        QCOMPARE(firstSongOf(setListBackupPath()), QStringLiteral("Four"));
         QVERIFY(QFile::remove(setListFilePath()));
-        QCOMPARE(statusOf(run({QStringLiteral("Six")})), 0);
-        QCOMPARE(firstSongOf(setListBackupPath()), QStringLiteral("Four"));
-        QCOMPARE(namesIn(standardDirectory()),
-                 (QStringList{QStringLiteral("VELTSetting-backup.ini"),
-                              QStringLiteral("VELTSetting.ini")}));
+        QVERIFY(run({QStringLiteral("Five")}));
+        QCOMPARE(firstSongOf(setListBackupPath()), QStringLiteral("Two"));
+        QCOMPARE(namesIn(directory), (QStringList{QStringLiteral("VELTSetting-backup.ini"),
+                                                  QStringLiteral("VELTSetting.ini")}));
     }
 
-    void partOfABackupReplacesNone()
+    void failedSaveLeavesTheBackupToTheNext()
     {
-        QCOMPARE(statusOf(run({QString(200, QLatin1Char('1'))})), 0);
-        QCOMPARE(statusOf(run({QString(200, QLatin1Char('2'))})), 0);
+        QVERIFY(run({QString(200, QLatin1Char('1'))}));
+        QVERIFY(run({QString(200, QLatin1Char('2'))}));
         const QByteArray backup = bytes(setListBackupPath());
-        const pid_t child = fork([] {
-            const FullDisk disk(200);
-            return saveSongs({QStringLiteral("Three")});
-        });
-        QVERIFY(statusOf(child) != 0);
-        QCOMPARE(bytes(setListBackupPath()), backup);
+        const QByteArray saved = bytes(setListFilePath());
+        QVERIFY(endedWell(start([&] {
+            {
+                const FullDisk disk(200);
+                saveSong(setListFilePath(), QStringLiteral("Three"));
+            }
+            const bool isKept = bytes(setListBackupPath()) == backup;
+            saveSong(setListFilePath(), QStringLiteral("Four"));
+            return isKept;
+        })));
+        QCOMPARE(bytes(setListBackupPath()), saved);
+        QCOMPARE(firstSongOf(setListFilePath()), QStringLiteral("Four"));
     }
 
     void backupThatFailsStopsNothing()
     {
         QVERIFY(QDir().mkpath(setListBackupPath() + QLatin1String("/in the way")));
-        QCOMPARE(statusOf(run({QStringLiteral("One")})), 0);
-        QCOMPARE(statusOf(run({QStringLiteral("Two")})), 0);
+        QVERIFY(run({QStringLiteral("One")}));
+        QVERIFY(run({QStringLiteral("Two")}));
     }
 
     void otherFilesGetNoBackup()
     {
-        QCOMPARE(statusOf(run({QStringLiteral("One")})), 0);
-        const pid_t child = fork([] {
-            const QString other = standardDirectory() + QLatin1String("/other.ini");
-            dataWithSong(QStringLiteral("Two")).writeEdit(other);
-            dataWithSong(QStringLiteral("Three")).writeEdit(other);
-            return !QFile::exists(setListBackupPath()) && saveSongs({QStringLiteral("Four")});
-        });
-        QCOMPARE(statusOf(child), 0);
+        QVERIFY(run({QStringLiteral("One")}));
+        QVERIFY(endedWell(start([this] {
+            const QString other = fileWith(oldFile);
+            saveSong(other, QStringLiteral("Two"));
+            const bool isNone = !QFile::exists(setListBackupPath());
+            saveSong(setListFilePath(), QStringLiteral("Three"));
+            return isNone;
+        })));
         QCOMPARE(firstSongOf(setListBackupPath()), QStringLiteral("One"));
     }
+
+private:
+    const QByteArray longLine = "A=" + QByteArray(400, 'a') + '\n';
+    const QByteArray oldFile = "[General]\n" + longLine + "Z=1\n\n[zoo]\nZ=1\n";
+    const QByteArray wholeFile = "[General]\n" + longLine + "B=20\nZ=1\n\n[zoo]\nZ=1\n";
 };
 
 VELT_TEST_MAIN(SettingsFileTest)

@@ -2,33 +2,17 @@
 #include "check.h"
 #include "qmidimessage.h"
 
+#include <QtEndian>
+
+#include <algorithm>
+#include <array>
+
 // A message made of any fields and bytes: it encodes to what its status allows, once, and copies
 // and raw bytes are kept as they are.
 
 namespace {
 
 using Bytes = std::vector<unsigned char>;
-
-// Takes numbers off the front of an input.
-class Numbers
-{
-public:
-    Numbers(const std::uint8_t* bytes, std::size_t size) : at(bytes), end(bytes + size) {}
-
-    std::uint32_t next()
-    {
-        std::uint32_t number = 0;
-        for (int i = 0; i < 4; ++i) {
-            number = number * 256 + (at == end ? 0U : *at++);
-        }
-        return number;
-    }
-    [[nodiscard]] Bytes rest() const { return {at, end}; }
-
-private:
-    const std::uint8_t* at;
-    const std::uint8_t* end;
-};
 
 unsigned char lowByte(std::uint32_t number)
 {
@@ -64,15 +48,20 @@ Bytes encodingOf(const QMidiMessage& message)
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size)
 {
-    Numbers numbers(bytes, size);
+    std::array<unsigned char, 24> head{}; // Six numbers.
+    const std::size_t headSize = std::min(size, head.size());
+    std::copy_n(bytes, headSize, head.begin());
+    const auto number = [&head](std::size_t n) {
+        return qFromBigEndian<std::uint32_t>(&head[4 * n]);
+    };
     QMidiMessage message;
-    message.setStatus(static_cast<QMidiStatus>(numbers.next()))
-        ->setChannel(numbers.next())
-        ->setPitch(numbers.next())
-        ->setVelocity(numbers.next())
-        ->setControl(numbers.next())
-        ->setValue(numbers.next());
-    const Bytes rest = numbers.rest();
+    message.setStatus(static_cast<QMidiStatus>(number(0)))
+        ->setChannel(number(1))
+        ->setPitch(number(2))
+        ->setVelocity(number(3))
+        ->setControl(number(4))
+        ->setValue(number(5));
+    const Bytes rest(bytes + headSize, bytes + size);
     message.setSysExData(rest);
     const QMidiMessage unencoded(message);
 

@@ -1,27 +1,21 @@
 // SPDX-License-Identifier: MIT
+#include "check.h"
 #include "deviceid.h"
 #include "editdata.h"
-#include "scratchfiles.h"
 #include "settingsfile.h"
 
 #include <QSettings>
-
-#include <tuple>
 
 // A preference file: QSettings meets no serialised values but colours, and what is read can be
 // saved, into the same file and into a new one, and read again.
 
 namespace {
 
-bool isSamePreference(const EditData& a, const EditData& b)
+EditData read(const QString& path)
 {
-    const auto fields = [](const EditData& data) {
-        return std::tie(data.Mode, data.MidiInPort, data.ShortcutMidiInPort, data.MidiOutPort,
-                        data.DeviceIdValue, data.ArrowKeyMode, data.ShowKeyButton, data.NoteSongUp,
-                        data.NoteSongDown, data.NoteLocate, data.NoteDawPlay, data.NoteDawStop,
-                        data.SendTextColor, data.NextTextColor);
-    };
-    return fields(a) == fields(b);
+    EditData data;
+    data.readPreference(path);
+    return data;
 }
 
 void checkIsHarmless(const QVariant& value)
@@ -42,34 +36,23 @@ void checkIsHarmless(const QVariant& value)
     }
 }
 
-void checkSaving(EditData data, const QString& path, ScratchFiles& files)
-{
-    data.writePreference(path);
-    EditData again;
-    again.readPreference(files.copyOf(path));
-    check(isSamePreference(again, data), "what was saved reads back");
-    check(again.DeviceId == formatDeviceId(data.DeviceIdValue), "the device ID is two digits");
-}
-
 } // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size)
 {
-    ScratchFiles files;
-    const QString path = files.fileWith(bytes, size);
-    readSettingsFile(path, [](const QSettings& file) {
-        for (const QString& key : file.allKeys()) {
-            checkIsHarmless(file.value(key));
+    const InputFile file(bytes, size);
+    readSettingsFile(file.path(), [](const QSettings& settings) {
+        for (const QString& key : settings.allKeys()) {
+            checkIsHarmless(settings.value(key));
         }
     });
-    EditData data;
-    data.readPreference(path);
+    const EditData data = read(file.path());
     check(data.DeviceIdValue == parseDeviceId(data.DeviceId).value_or(0),
           "the device ID is that of its text");
     for (const QColor& color : {data.SendTextColor, data.NextTextColor}) {
         check(color.name(QColor::HexArgb).size() == 9, "a colour can be shown");
     }
-    checkSaving(data, path, files);
-    checkSaving(data, files.freshPath(), files);
+    file.checkSaving(read,
+                     [](const QString& path, EditData& saved) { saved.writePreference(path); });
     return 0;
 }
