@@ -57,6 +57,14 @@ private slots:
             QCOMPARE(window.geometry(), QRect(100, 100, 500, 800));
             QCOMPARE(window.findChild<EditDialog*>()->geometry(), QRect(20, 30, 900, 700));
         }
+
+        // On a display that is gone.
+        write(displayStatusFilePath(), "[General]\nWidth=500\nHeight=500\nX=-5000\nY=300\n"
+                                       "EditWidth=600\nEditHeight=500\nEditX=40\nEditY=9000\n");
+        const MainWindow moved(nullptr);
+        const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+        QVERIFY(screen.contains(moved.geometry()));
+        QVERIFY(screen.contains(moved.findChild<EditDialog*>()->geometry()));
     }
 
     void buttons_data()
@@ -111,16 +119,6 @@ private slots:
         QCOMPARE(velt.mode->currentText(), QString("AutoLocate"));
     }
 
-    void placeOnADisplayThatIsGone()
-    {
-        write(displayStatusFilePath(), "[General]\nWidth=500\nHeight=500\nX=-5000\nY=300\n"
-                                       "EditWidth=600\nEditHeight=500\nEditX=40\nEditY=9000\n");
-        const MainWindow window(nullptr);
-        const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-        QVERIFY(screen.contains(window.geometry()));
-        QVERIFY(screen.contains(window.findChild<EditDialog*>()->geometry()));
-    }
-
     void longTitleLeavesTheWidth()
     {
         EditData data = sampleData();
@@ -129,39 +127,6 @@ private slots:
         velt.window.resize(500, 600);
         QCOMPARE(velt.window.width(), 500);
         QCOMPARE(velt.window.minimumSizeHint(), WindowDriver().window.minimumSizeHint());
-    }
-
-    void firstShowIsShown()
-    {
-        WindowDriver velt;
-        QCOMPARE(velt.rowMarks(), kPlain);
-        QCOMPARE(velt.table->item(1, 0)->textAlignment(), int(Qt::AlignHCenter | Qt::AlignVCenter));
-        QCOMPARE(velt.table->item(1, 1)->foreground().color(), QColor(Qt::black));
-        QCOMPARE(velt.selectedRow(), 0);
-        QVERIFY(velt.table->hasFocus());
-        QVERIFY(velt.button("LOCATE")->isEnabled());
-
-        // Saved shows come back from the first, with nothing marked.
-        velt.press("LOCATE");
-        velt.shows->setCurrentIndex(1);
-        velt.window.setShowData();
-        QCOMPARE(velt.shows->currentText(), QString("Friday"));
-        QCOMPARE(velt.rowMarks(), kPlain);
-        QVERIFY(!velt.isRunning());
-    }
-
-    void brokenFiles()
-    {
-        QByteArray noise;
-        for (unsigned int i = 0, x = 7; i < 20000; ++i, x = x * 1664525 + 1013904223) {
-            noise.append(static_cast<char>(x >> 24));
-        }
-        write(setListFilePath(), noise);
-        write(preferenceFilePath(), noise);
-        write(displayStatusFilePath(), noise);
-        MainWindow window(nullptr);
-        window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
     }
 };
 

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "apptestcase.h"
-#include "datafiles.h"
 #include "modalscript.h"
 
 #include <QInputMethodEvent>
@@ -9,13 +8,6 @@
 #include <functional>
 
 namespace {
-
-QByteArray setListFile()
-{
-    QFile file(setListFilePath());
-    file.open(QIODevice::ReadOnly);
-    return file.readAll();
-}
 
 constexpr int kRow = 2; // Its cue is typed; row 1 is a space, rows 2 and 3 are songs.
 constexpr int kCue = 1;
