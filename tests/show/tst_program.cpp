@@ -21,13 +21,10 @@ class TestProgram : public TestCase
 private slots:
     void init();
     void geometryIsKept();
-    void startsAndEndsWhateverIsMissing_data();
-    void startsAndEndsWhateverIsMissing();
-    void endsBesideAMidiServerThatStandsStill();
-    void killedAndStartedAgain();
+    void withoutAConfigurationDirectory();
+    void endsBesideAStalledMidiServer();
     void endsBySignal_data();
     void endsBySignal();
-    void noDisplay();
 
 private:
     void start();
@@ -131,27 +128,14 @@ void TestProgram::geometryIsKept()
     closeWindow();
 }
 
-void TestProgram::startsAndEndsWhateverIsMissing_data()
+void TestProgram::withoutAConfigurationDirectory()
 {
-    QTest::addColumn<QString>("port");
-    QTest::addColumn<bool>("canWrite");
-    QTest::newRow("MIDI server and ports") << "Gone:port" << true;
-    QTest::newRow("configuration directory") << "" << false;
-}
-
-void TestProgram::startsAndEndsWhateverIsMissing()
-{
-    QFETCH(QString, port);
-    QFETCH(bool, canWrite);
-    writePorts(port, port);
-    if (!canWrite) {
-        environment.insert("XDG_CONFIG_HOME", file("VELTPreference.ini"));
-    }
+    environment.insert("XDG_CONFIG_HOME", QCoreApplication::applicationFilePath());
     start();
     closeWindow();
 }
 
-void TestProgram::endsBesideAMidiServerThatStandsStill()
+void TestProgram::endsBesideAStalledMidiServer()
 {
     JackServer jack;
     if (!jack.isRunning()) {
@@ -169,30 +153,6 @@ void TestProgram::endsBesideAMidiServerThatStandsStill()
     closeWindow();
     QVERIFY(QFile::exists(file("DispStatus.ini")));
     jack.suspend(false);
-}
-
-void TestProgram::killedAndStartedAgain()
-{
-    start();
-    closeWindow();
-    const auto geometry = [this] {
-        QFile status(file("DispStatus.ini"));
-        return status.open(QIODevice::ReadOnly) ? status.readAll() : QByteArray();
-    };
-    const QByteArray before = geometry();
-    QVERIFY(!before.isEmpty());
-    start();
-    window();
-    program.kill();
-    QVERIFY(program.waitForFinished());
-    QCOMPARE(geometry(), before);
-
-    // What a kill in the middle of a save leaves does not hold up the next one, which removes it.
-    const QString leftover = file(".velt-save");
-    QVERIFY(QDir().mkpath(leftover + "/1"));
-    start();
-    closeWindow();
-    QVERIFY(!QFile::exists(leftover));
 }
 
 void TestProgram::endsBySignal_data()
@@ -232,14 +192,6 @@ void TestProgram::endsBySignal()
     QCOMPARE(program.exitCode(), 0);
     QVERIFY(typed());
     QVERIFY(QFile::exists(file("DispStatus.ini")));
-}
-
-void TestProgram::noDisplay()
-{
-    environment.insert("DISPLAY", ":7654");
-    start();
-    QVERIFY(program.waitForFinished()); // The toolkit says why and ends; it does not hang.
-    QVERIFY(program.exitCode() != 0 || program.exitStatus() == QProcess::CrashExit);
 }
 
 VELT_DISPLAY_TEST_MAIN(TestProgram)

@@ -115,7 +115,8 @@ bool JackServer::startNamed()
 
 XServer::XServer(const QString& screen)
 {
-    const QString options = QStringLiteral("-displayfd 1 -screen 0 %1 -nolisten tcp -noreset");
+    const QString options =
+        QStringLiteral("-displayfd 1 -screen 0 %1 -dpi 96 -nolisten tcp -noreset");
     // The server writes its display number when it is ready.
     if (start(QStringLiteral("Xvfb"), options.arg(screen).split(QLatin1Char(' ')),
               [this] { return process.canReadLine(); })) {
