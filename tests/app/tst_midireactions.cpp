@@ -15,57 +15,45 @@ class TestMidiReactions : public AppTestCase
 private slots:
     void messages_data()
     {
-        QTest::addColumn<QString>("mode");
-        QTest::addColumn<bool>("isInRun");
-        QTest::addColumn<bool>("isFromDaw");
-        QTest::addColumn<int>("status");
-        QTest::addColumn<int>("pitch");
-        QTest::addColumn<int>("velocity");
+        QTest::addColumn<QString>("mode"); // AutoLocate, but where it says otherwise.
+        QTest::addColumn<QVector<int>>("message");
         QTest::addColumn<QString>("effect");
-        const auto daw = [](const char* name, const char* mode, int status, int pitch, int velocity,
-                            const char* effect) {
-            QTest::newRow(name) << mode << true << true << status << pitch << velocity << effect;
-        };
-        daw("end of song", "AutoLocate", MIDI_NOTE_OFF, 24, 0, "locate");
-        daw("the other note", "AutoLocate", MIDI_NOTE_OFF, 36, 0, "locate");
-        daw("AutoStop", "AutoStop", MIDI_NOTE_OFF, 24, 0, "stop");
-        daw("Manual", "Manual", MIDI_NOTE_OFF, 24, 0, "");
-        daw("note on without velocity", "AutoLocate", MIDI_NOTE_ON, 24, 0, "");
-        daw("note on", "AutoLocate", MIDI_NOTE_ON, 24, 100, "");
-        daw("another note", "AutoLocate", MIDI_NOTE_OFF, 25, 0, "");
-        daw("control change", "AutoLocate", MIDI_CONTROL_CHANGE, 24, 0, "");
-        for (const char* mode : {"AutoLocate", "AutoStop"}) {
-            QTest::addRow("no run, %s", mode)
-                << mode << false << true << int(MIDI_NOTE_OFF) << 24 << 0 << "";
-        }
-        const auto controller = [](const char* name, int status, int pitch, int velocity) {
-            QTest::newRow(name) << "AutoLocate" << true << false << status << pitch << velocity
-                                << "";
-        };
-        controller("controller: no velocity", MIDI_NOTE_ON, 31, 0);
-        controller("controller: note off", MIDI_NOTE_OFF, 31, 100);
-        controller("controller: another note", MIDI_NOTE_ON, 30, 100);
+        using Bytes = QVector<int>;
+        const Bytes end{MIDI_NOTE_OFF, 24, 0};
+        QTest::newRow("end of song") << "" << end << "locate";
+        QTest::newRow("the other note") << "" << Bytes{MIDI_NOTE_OFF, 36, 0} << "locate";
+        QTest::newRow("AutoStop") << "AutoStop" << end << "stop";
+        QTest::newRow("Manual") << "Manual" << end << "";
+        QTest::newRow("note on without velocity") << "" << Bytes{MIDI_NOTE_ON, 24, 0} << "";
+        QTest::newRow("note on") << "" << Bytes{MIDI_NOTE_ON, 24, 100} << "";
+        QTest::newRow("another note") << "" << Bytes{MIDI_NOTE_OFF, 25, 0} << "";
+        QTest::newRow("control change") << "" << Bytes{MIDI_CONTROL_CHANGE, 24, 0} << "";
+        QTest::newRow("no run, AutoLocate") << "" << end << "";
+        QTest::newRow("no run, AutoStop") << "AutoStop" << end << "";
+        QTest::newRow("controller: no velocity") << "" << Bytes{MIDI_NOTE_ON, 31, 0} << "";
+        QTest::newRow("controller: note off") << "" << Bytes{MIDI_NOTE_OFF, 31, 100} << "";
+        QTest::newRow("controller: another note") << "" << Bytes{MIDI_NOTE_ON, 30, 100} << "";
     }
 
     void messages()
     {
         QFETCH(QString, mode);
-        QFETCH(bool, isInRun);
-        QFETCH(bool, isFromDaw);
-        QFETCH(int, status);
-        QFETCH(int, pitch);
-        QFETCH(int, velocity);
+        QFETCH(QVector<int>, message);
         QFETCH(QString, effect);
+        const QString row = QTest::currentDataTag();
+        const bool isInRun = !row.startsWith("no run");
         const WindowDriver velt;
         if (isInRun) {
             velt.press("LOCATE");
         }
         Recording::takeEvents();
         const QStringList marks = velt.rowMarks();
-        velt.mode->setCurrentText(mode); // It can change during a run.
+        if (!mode.isEmpty()) {
+            velt.mode->setCurrentText(mode); // It can change during a run.
+        }
         velt.mode->setFocus();
-        WindowDriver::receive(isFromDaw ? velt.dawIn : velt.controllerIn,
-                              static_cast<QMidiStatus>(status), pitch, velocity);
+        WindowDriver::receive(row.startsWith("controller") ? velt.controllerIn : velt.dawIn,
+                              static_cast<QMidiStatus>(message[0]), message[1], message[2]);
         QVERIFY(velt.mode->hasFocus());
         QVERIFY(!velt.button("LOCATE")->isDown());
         QCOMPARE(velt.button("DAW STOP")->isDown(), effect == "stop");

@@ -80,8 +80,8 @@ void TestShow::everyMode()
 
     desk.daw->press("note 31"); // The foot switch, so that the focus stays elsewhere.
     QTRY_COMPARE_WITH_TIMEOUT(desk.daw->count("located " + located), 1, ShowDesk::kPatienceMs);
-    QCOMPARE(desk.daw->texts({"wrong"}), QStringList());
-    QTRY_COMPARE(desk.daw->texts({"midi"}), QStringList{ShowDesk::kMmcStop});
+    QCOMPARE(desk.daw->texts("wrong"), QStringList());
+    QTRY_COMPARE(desk.daw->texts("midi"), QStringList{ShowDesk::kMmcStop});
     QVERIFY(elsewhere.isActiveWindow());
     QCOMPARE(elsewhere.text(), QString());
 }
@@ -113,7 +113,7 @@ void TestShow::typingWhileTheShowGoesOn()
     Desktop::key("ctrl+space ctrl+0 KP_Enter");
     QTRY_COMPARE(desk.velt.table->item(2, 1)->text(), QString("wait for Mara 0 go"));
     Desktop::key("0"); // What has reached the DAW before this key has come by now.
-    QTRY_COMPARE(desk.daw->texts({"key"}), (QStringList{"key down 0x52", "key up 0x52"}));
+    QTRY_COMPARE(desk.daw->texts("key"), (QStringList{"key down 0x52", "key up 0x52"}));
 }
 
 void TestShow::rowsAndButtonsHaveTheirColors()
