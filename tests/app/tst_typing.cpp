@@ -160,20 +160,16 @@ private slots:
         QVERIFY(setListFile().contains("the last"));
     }
 
-    void lineBreaksBecomeBlanks()
+    void pastedAndComposedText()
     {
         const WindowDriver velt;
-        QLineEdit* editor = velt.edit(0, kCue);
+        QLineEdit* editor = velt.edit(0, kCue); // Line breaks become blanks.
         editor->setText("one\r\ntwo\nthree");
         QTest::keyClick(editor, Qt::Key_Return);
         QCOMPARE(velt.table->item(0, kCue)->text(), QString("one two three"));
         QVERIFY(setListFile().contains("one two three"));
-    }
 
-    void composedTextOpensNoCell()
-    {
-        const WindowDriver velt;
-        velt.select(kRow, kCue);
+        velt.select(kRow, kCue); // Composed text opens no cell.
         QVERIFY(!velt.table->testAttribute(Qt::WA_InputMethodEnabled));
         QInputMethodEvent composed;
         composed.setCommitString("にほん");

@@ -7,6 +7,7 @@
 #include "qmidiin.h"
 #include "qmidimessage.h"
 #include "recordingplatform.h"
+#include "run.h"
 #include "servers.h"
 #include "testcase.h"
 #include "windowdriver.h"
@@ -33,23 +34,18 @@ public:
     void move(int rows) { selected = std::clamp(selected + rows, 0, int(entries.size()) - 1); }
     void locate()
     {
-        running = true;
+        run = run.begun();
         if (isSong(selected)) {
             send(selected);
         }
     }
     void endOfSong(bool isAutoStop)
     {
-        if (running && isAutoStop) {
+        if (run.operationOn && isAutoStop) {
             press(false);
-        } else if (running && next != -1) {
-            send(next);
+        } else if (run.operationOn && run.nextPos != -1) {
+            send(run.nextPos);
         }
-    }
-    void reset()
-    {
-        running = false;
-        next = -1;
     }
     void press(bool isPlay)
     {
@@ -62,7 +58,11 @@ public:
     {
         QStringList all;
         for (int row = 0; row < int(entries.size()); ++row) {
-            all << (!isSong(row) ? "space" : row == sent ? "sent" : row == next ? "next" : "plain");
+            const SEND_STATE state = run.stateOf(row);
+            all << (!isSong(row)    ? "space"
+                    : state == SENT ? "sent"
+                    : state == NEXT ? "next"
+                                    : "plain");
         }
         return all;
     }
@@ -72,7 +72,7 @@ public:
     std::vector<Bytes> mmc;        // Of the whole show.
     int locates = 0;
     int selected = 0;
-    bool running = false;
+    Run run;
 
 private:
     void send(int row)
@@ -87,20 +87,11 @@ private:
             keys += Recording::press(kDaw, code, stroke.isCmd ? Recording::kCommand : 0);
         }
         ++locates;
-        sent = row;
-        next = row + 1;
-        while (next < int(entries.size()) && !isSong(next)) {
-            ++next;
-        }
-        if (next == int(entries.size())) {
-            reset();
-        }
+        run = run.located(row, entries);
     }
 
     int mode;
     std::vector<EditDataSet> entries;
-    int sent = -1;
-    int next = -1;
 };
 
 // What the process holds of the heap, however much of it the system has lent.
@@ -261,8 +252,8 @@ void Soak::step(WindowDriver& velt, Expected& expected)
     } else if (action < 15) { // back to the top
         expected.move(-1000);
         velt.select(0);
-    } else if (expected.running) {
-        expected.reset();
+    } else if (expected.run.operationOn) {
+        expected.run = expected.run.ended();
         velt.press("Reset");
     }
     QCOMPARE(Recording::takeEvents(), expected.keys);
@@ -271,7 +262,7 @@ void Soak::step(WindowDriver& velt, Expected& expected)
     QVERIFY(sink->received() == expected.mmc);
     QCOMPARE(velt.rowMarks(), expected.rowMarks());
     QCOMPARE(velt.selectedRow(), expected.selected);
-    QCOMPARE(velt.isRunning(), expected.running);
+    QCOMPARE(velt.isRunning(), expected.run.operationOn);
 }
 
 void Soak::move(WindowDriver& velt, Expected& expected, int rows)

@@ -28,11 +28,6 @@ void Desktop::click(const QWidget* widget, QPoint at, int times)
              "--repeat", QString::number(times), "--delay", "50", "1"});
 }
 
-void Desktop::click(const QWidget* widget)
-{
-    click(widget, widget->rect().center());
-}
-
 QStringList Desktop::windows(const QString& title)
 {
     // Finding none is a failure to xdotool.

@@ -14,7 +14,6 @@ QString xdotool(const QStringList& arguments, bool mayFail = false);
 // Presses keys one after the other: "space 0 ctrl+t".
 void key(const QString& keys);
 void click(const QWidget* widget, QPoint at, int times = 1);
-void click(const QWidget* widget); // Into its middle.
 // Visible windows with this very title.
 QStringList windows(const QString& title);
 
