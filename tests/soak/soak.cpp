@@ -22,7 +22,7 @@ namespace {
 using Byte = unsigned char;
 constexpr Byte kDeviceId = 0x11;
 
-// What an operator expects of a show. It knows the set list and nothing of how the window works.
+// What an operator expects of a show, whatever the window does.
 class Expected
 {
 public:
@@ -51,18 +51,13 @@ public:
     {
         mmc.push_back({0xF0, 0x7F, kDeviceId, 6, Byte(isPlay ? 2 : 1), 0xF7});
     }
-    void type(int key) { keys += Recording::presses(kDaw, {key}); }
-
     bool isSong(int row) const { return entries[std::size_t(row)].SetType == kSetTypeSong; }
     QStringList rowMarks() const
     {
         QStringList all;
         for (int row = 0; row < int(entries.size()); ++row) {
-            const SEND_STATE state = run.stateOf(row);
-            all << (!isSong(row)    ? "space"
-                    : state == SENT ? "sent"
-                    : state == NEXT ? "next"
-                                    : "plain");
+            static const char* const looks[] = {"plain", "sent", "next"};
+            all << (isSong(row) ? looks[run.stateOf(row)] : "space");
         }
         return all;
     }
@@ -246,7 +241,7 @@ void Soak::step(WindowDriver& velt, Expected& expected)
         note(true, isPlay ? 33 : 35);
         finishClick(isPlay ? "DAW PLAY" : "DAW STOP");
     } else if (action < 14) { // a key of the keyboard that is sent on
-        expected.type(0x52);
+        expected.keys += Recording::press(Expected::kDaw, 0x52);
         QTest::keyClick(velt.table, Qt::Key_0);
         finishClick("Key 0");
     } else if (action < 15) { // back to the top
