@@ -7,11 +7,11 @@
 
 // The keys that a workstation understands, as macOS virtual key codes: those of mackeys.h.
 
-constexpr int kOtherKey = -1; // Any key that is not one of them.
+constexpr int kOtherKey = -1; // Any other key.
 
 // The key that arrived as this X keysym, or kOtherKey. Takes what a hand on the keyboard can
-// produce besides what is posted: T with Caps Lock, and the keypad's comma of some layouts.
+// produce beyond what is posted: T with Caps Lock, and the keypad's comma of some layouts.
 int dawKey(std::uint32_t keysym);
 
-// As it is written on the key: "=", "Enter", "7".
+// The label of the key: "=", "Enter", "7".
 QString keyLabel(int key);

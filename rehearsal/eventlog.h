@@ -9,7 +9,8 @@
 // The last 2,000 events with the time of day. Follows the newest line unless the reader has
 // scrolled away from it. Never takes the keyboard focus.
 //
-// Events appear a moment later, several at a time: a flood of MIDI must not slow the program down.
+// Events appear a moment later, several at a time, so that a flood of MIDI does not slow the
+// program down.
 class EventLog : public QPlainTextEdit
 {
     Q_OBJECT

@@ -10,17 +10,17 @@
 #include <optional>
 #include <vector>
 
-// The words for what happens, as they stand in the log and on standard output, and the way to
-// standard output. usageText() in usage.h lists them all for the user: keep the two together.
+// The texts of events in the log and on standard output, and the way to standard output.
+// usageText() in usage.h lists them all for the user: keep the two in step.
 //
 // Standard output gets one line an event, at once: the time in milliseconds with three decimals
 // (CLOCK_MONOTONIC, so that it compares with the times of other programs), a blank, the event.
 //
-// Order: a MIDI message has the time at which the library handed it over, on the library's thread;
-// a key the time at which the window got it, on the main thread. Before a key is dealt with, all
-// MIDI that arrived earlier is; so the times on standard output never go back. They are times of
-// arrival here: a message travels through the MIDI server, one or two of its periods long, and a
-// key that was sent right after it can overtake it.
+// Order: a MIDI message has the time at which RtMidi delivered it, on RtMidi's thread; a key the
+// time at which the window got it, on the main thread. All MIDI that arrived before a key is
+// handled before it, so the times on standard output never go back. They are times of arrival: a
+// message takes one or two process cycles of the MIDI server, and a key sent right after it can
+// overtake it.
 
 struct KeyPress
 {
@@ -28,7 +28,7 @@ struct KeyPress
     int macKey;           // kOtherKey: none of those that locating takes.
     std::uint32_t keysym; // X keysym.
     bool command;         // Control is what the Mac's Command is elsewhere.
-    bool isRepeat;        // Of a key that is held; the workstation ignores it.
+    bool isRepeat;        // Auto-repeat of a key that is held; the workstation ignores it.
 };
 
 QString midiText(const std::vector<unsigned char>& bytes);

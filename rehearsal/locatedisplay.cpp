@@ -18,10 +18,11 @@ constexpr qreal kCaptionShare = 0.10;
 constexpr qreal kNumberTop = 0.40;
 constexpr qreal kNumberShare = 0.52;
 constexpr qreal kMargin = 0.06;
-constexpr int kSteadyDigits = 4; // Up to so many, the digits keep their size.
+constexpr int kSteadyDigits = 4; // Numbers of up to this many digits have the same size.
 
-// One line of text whose capitals and digits are as high as the area, or smaller where `widest`,
-// which may be longer so that the size keeps still while the text changes, would not fit in.
+// One line of text whose capitals and digits are as high as the area, or smaller where `widest`
+// would not fit. `widest` may be longer than the text, so that the size stays while the text
+// changes.
 void drawFitted(QPainter& painter, const QRectF& area, Qt::Alignment alignment, const QString& text,
                 const QString& widest)
 {

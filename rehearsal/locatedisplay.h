@@ -7,9 +7,9 @@
 
 #include <optional>
 
-// The workstation's counter, to be read from metres away: transport, what was located, or the
-// number that is being typed. A wrong sequence takes the whole area in red until the next entry is
-// opened. Everything scales with the widget.
+// The workstation's counter, readable from metres away: transport, what was located, or the number
+// that is being typed. A wrong sequence fills the whole area in red until the next entry is opened.
+// Everything scales with the widget.
 class LocateDisplay : public QWidget
 {
     Q_OBJECT

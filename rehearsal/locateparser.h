@@ -8,7 +8,7 @@
 
 #include <optional>
 
-// One thing that a key made the workstation do.
+// What a key made the workstation do.
 struct DawEvent
 {
     enum Kind {
@@ -23,9 +23,8 @@ struct DawEvent
     QString text;
 };
 
-// Understands the keys that a workstation gets, as that workstation would. Pure: one key press in,
-// at most one event out; it knows no window, no clock and no MIDI. Releases and repeats of a key
-// are not its business.
+// Interprets the keys that a workstation gets, as that workstation would. One key press in, at most
+// one event out; knows no window, no clock and no MIDI. Takes no releases and no auto-repeats.
 //
 //   Pro Tools   bar     keypad =    digits  keypad Enter
 //               marker  keypad .    digits  keypad .
@@ -34,23 +33,21 @@ struct DawEvent
 //
 // Digits count on the keypad only. Any other key while an entry is open is a wrong sequence, and
 // so are an entry without digits, a number that no song can have, and digits while none is open.
-// What is left of a wrong sequence is swallowed; the next opening key starts afresh, even when it
-// is the wrong key itself. (Where a keypad "." closes a broken entry it opens the next one: the
-// workstation cannot know better.)
+// The rest of a wrong sequence is ignored; the next opening key starts a new entry, even if it is
+// the wrong key itself. (A keypad "." that closes a broken entry opens the next one.)
 //
 // While no entry is open Space starts and stops the transport in both; keypad Enter starts it in
-// Studio One. Other single keys, among them keypad 0 and Tab, for which the operator has buttons
-// too, are nothing wrong and do nothing.
+// Studio One. Other single keys, among them keypad 0 and Tab, which the operator window can send,
+// do nothing and are not wrong.
 class LocateParser
 {
 public:
     explicit LocateParser(Daw stoodInFor);
 
-    // `macKey` is a macOS virtual key code, or kOtherKey for a key that has none here; `command`
-    // is whether Command was held.
+    // `macKey` is a macOS virtual key code, or kOtherKey; `command`: Command was held.
     std::optional<DawEvent> press(int macKey, bool command);
 
-    // The entry that is being typed, for display. Nothing while none is open.
+    // The entry that is being typed, for display; nullopt while none is open.
     [[nodiscard]] std::optional<Place> openPlace() const;
     [[nodiscard]] QString digits() const { return number; }
 
@@ -66,6 +63,6 @@ private:
     Daw daw;
     const Sequence* open = nullptr; // The entry being typed, if any.
     QString number;                 // Its digits so far.
-    QStringList keys;               // Its keys so far, as they are called.
+    QStringList keys;               // The labels of its keys so far.
     bool lost = false;              // Inside the rest of a wrong sequence.
 };

@@ -24,10 +24,10 @@ void setDefaultInEnvironment(const char* name, const char* value)
 
 void settleToolkit()
 {
-    // Nothing here is drawn with OpenGL, whose libraries would take most of the memory.
+    // No OpenGL: its libraries would take most of the memory.
     setDefaultInEnvironment("QT_XCB_GL_INTEGRATION", "none");
     if (qEnvironmentVariableIsSet("DISPLAY")) {
-        // Windows of Wayland's own cannot be typed into by another program.
+        // Other programs cannot type into native Wayland windows.
         setDefaultInEnvironment("QT_QPA_PLATFORM", "xcb");
     }
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
@@ -83,7 +83,7 @@ int main(int argc, char** argv)
     settleToolkit();
     QApplication application(argc, argv);
     const QuitOnSignals quitOnSignals;
-    // Goes last: a MIDI server may stand still for a while when a program is told to end.
+    // Goes last: closing the ports of a stalled MIDI server takes a while.
     Practice practice;
     RehearsalWindow window(*daw);
     LineReader commands(STDIN_FILENO);

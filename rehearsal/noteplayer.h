@@ -10,8 +10,8 @@
 #include <memory>
 #include <utility>
 
-// Presses keys of the imagined instruments: a note on and, shortly after, its note off. One that is
-// struck again while it sounds ends first.
+// Plays notes: a note on and, shortly after, its note off. A note that is played again while it
+// sounds ends first.
 class NotePlayer : public QObject
 {
     Q_OBJECT
@@ -22,7 +22,7 @@ public:
     explicit NotePlayer(MidiPorts& ports);
 
     void strike(MidiPorts::Out out, int note);
-    // Ends what sounds, at once. To be called before the ports close.
+    // Ends all notes at once. Call it before the ports close.
     void releaseAll();
 
 signals:
@@ -33,6 +33,6 @@ private:
     void send(bool isOn, MidiPorts::Out out, int note);
 
     MidiPorts& ports;
-    // One for each note that was ever struck; active while it sounds.
+    // One for each note that was ever played; active while it sounds.
     std::map<std::pair<MidiPorts::Out, int>, std::unique_ptr<QTimer>> timers;
 };

@@ -12,7 +12,7 @@ class NoteRoll : public QMidiPianoRoll
 public:
     explicit NoteRoll(QWidget* parent = nullptr);
 
-    // Velocity 0 is the note's end, as on the wire.
+    // Velocity 0 ends the note, as in MIDI.
     void showNote(int note, int velocity);
     void clear(); // Every note ends.
 

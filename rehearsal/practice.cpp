@@ -17,7 +17,7 @@
 
 namespace {
 
-constexpr int kMargin = 30; // Pixels round VELT's window; a frame needs some.
+constexpr int kMargin = 30; // Pixels around VELT's window, for its frame.
 constexpr QSize kVeltSize(480, 800);
 constexpr int kEndMs = 5000;
 
@@ -29,7 +29,7 @@ void putSample(const QString& name, const QString& path)
     }
 }
 
-// The names of the ports differ from one run to the next where the MIDI system numbers them.
+// Port names differ from run to run where the MIDI system numbers them.
 void namePorts(const QString& preferencePath, Daw daw, const MidiPorts& ports)
 {
     EditData preferences;

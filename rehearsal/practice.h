@@ -9,19 +9,19 @@
 class MidiPorts;
 class QScreen;
 
-// A rehearsal in one step: VELT in a process of its own beside the stand-in, set up for it. VELT
-// finds the sample show there and the stand-in's ports; its settings lie apart from the user's own
-// (settingsFolder()), and what is edited there is kept for the next rehearsal.
+// A rehearsal in one step: starts VELT as a separate process, set up with the sample show and the
+// stand-in's ports. Its settings lie apart from the user's (settingsFolder()), and what is edited
+// there is kept for the next rehearsal.
 //
-// Made after the application object. While VELT is open, closing the stand-in's window does not end
-// the application, and so not VELT: something may be typed into its editor. Only when the
-// application is told to quit, VELT is too.
+// Made after the application object. While VELT is open, closing the stand-in's window ends neither
+// the application nor VELT, whose editor may hold unsaved text. Quitting the application quits
+// VELT.
 class Practice : public QObject
 {
     Q_OBJECT
 
 public:
-    // Where VELT's window goes on a screen; the stand-in may have what is right of it.
+    // Where VELT's window goes on a screen; the stand-in's goes to the right of it.
     static QRect veltGeometry(const QScreen& screen);
     // "velt-rehearsal" in the user's configuration folder.
     static QString settingsFolder();

@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr int kLineLimit = 1000; // Bytes; no command is nearly as long.
+constexpr int kLineLimit = 1000; // Bytes; far longer than any command.
 
 std::array<int, 2> signalPipe = {-1, -1}; // Reading end, writing end.
 
@@ -21,7 +21,7 @@ extern "C" void noteSignal(int)
 {
     const int before = errno;
     const char token = 0;
-    // A full pipe already holds what makes the program quit.
+    // A full pipe already makes the program quit.
     [[maybe_unused]] const auto written = ::write(signalPipe[1], &token, 1);
     errno = before;
 }
@@ -53,7 +53,7 @@ bool takeProcessName(const QByteArray& name)
 QuitOnSignals::QuitOnSignals()
 {
     if (::pipe2(signalPipe.data(), O_CLOEXEC | O_NONBLOCK) != 0) {
-        return; // The signals then end the program as they do by default.
+        return; // The signals keep their default effect.
     }
     auto* notifier = new QSocketNotifier(signalPipe[0], QSocketNotifier::Read, this);
     connect(notifier, &QSocketNotifier::activated, this, [notifier] {

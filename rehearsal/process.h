@@ -5,15 +5,15 @@
 #include <QObject>
 #include <QSocketNotifier>
 
-// What the program does with its own process.
+// Set-up of this process: standard streams, name, signals, standard input.
 
-// Makes sure that descriptors 0 to 2 exist, so that nothing else is opened under the number of a
-// standard stream that the parent closed. A reader that goes away, and a terminal that this
-// program is in the background of, must not end or stop it either. First thing in main().
+// Makes sure that descriptors 0 to 2 exist, so that no other file gets the number of a standard
+// stream that the parent closed. Ignores SIGPIPE and the stop signals of a terminal in whose
+// background the program runs. First call in main().
 void settleStandardStreams();
 
 // Gives the main thread, and so the process, this name (at most 15 bytes). Call it on the main
-// thread before others start. False: the name is not in force.
+// thread before other threads start. False: the name was not set.
 bool takeProcessName(const QByteArray& name);
 
 // Turns SIGINT, SIGTERM and SIGHUP into an orderly QCoreApplication::quit(). One instance, made
@@ -26,8 +26,8 @@ public:
     QuitOnSignals();
 };
 
-// Reads lines from a descriptor without ever blocking the event loop. At its end, or when it
-// cannot be read, it falls silent.
+// Reads lines from a descriptor without blocking the event loop. At its end, or after an error,
+// emits no more lines.
 class LineReader : public QObject
 {
     Q_OBJECT

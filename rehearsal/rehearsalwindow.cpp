@@ -20,7 +20,7 @@
 
 namespace {
 
-// Keys that only change what others mean are no part of what is typed.
+// Modifier keys are no part of a sequence.
 bool isModifier(int key)
 {
     return (key >= Qt::Key_Shift && key <= Qt::Key_ScrollLock) || key == Qt::Key_AltGr ||
@@ -110,7 +110,7 @@ QPushButton* RehearsalWindow::addNoteButton(int key, const QString& text, MidiPo
 void RehearsalWindow::openMidi()
 {
     player.releaseAll();
-    roll->clear(); // Of a note whose sender is gone, the end will not come.
+    roll->clear(); // The end of a note whose sender is gone does not come.
     if (!ports.open()) {
         report(takeMidi(), QStringLiteral("no midi"));
     }

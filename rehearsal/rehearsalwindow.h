@@ -19,8 +19,8 @@ class QGridLayout;
 class QLabel;
 
 // The stand-in workstation's window. Every key that reaches it is the workstation's, except F1 to
-// F8, which are the buttons'. It takes keys while it is not active too, as those that another
-// program posts arrive: so no shortcuts, and no widget in it takes the focus.
+// F8, which press the buttons. Keys that another program posts arrive while the window is not
+// active: so it has no shortcuts, and no widget in it takes the focus.
 //
 // Everything that happens goes to the log and to standard output (see events.h). All on the main
 // thread.
@@ -36,13 +36,13 @@ public:
 
     // A line of standard input (see usage.h).
     void runCommand(const QString& line);
-    // Reports something else that went wrong.
+    // Reports any other problem.
     void reportProblem(const QString& text) { report(takeMidi(), text, EventLog::Bad); }
 
 protected:
     void keyPressEvent(QKeyEvent* event) override { handleKey(event, true); }
     void keyReleaseEvent(QKeyEvent* event) override { handleKey(event, false); }
-    bool focusNextPrevChild(bool) override { return false; } // Tab is a key like any other.
+    bool focusNextPrevChild(bool) override { return false; } // Tab is a key of the workstation.
     void showEvent(QShowEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -55,7 +55,7 @@ private:
     };
 
     void addButtons(QGridLayout* grid);
-    // A button that acts when it, or its key, goes down, as a foot switch does.
+    // A button that acts when it or its key is pressed down, as a foot switch does.
     QPushButton* addButton(int key, const QString& text, const std::function<void()>& act);
     QPushButton* addNoteButton(int key, const QString& text, MidiPorts::Out out, int note);
     void openMidi();
@@ -65,7 +65,7 @@ private:
     bool pressButton(const QKeyEvent& event, bool isDown); // False: no key of a button.
     void react(const DawEvent& event, qint64 timeUs);
     void setPlaying(bool plays, qint64 timeUs);
-    // Deals with the MIDI that has arrived; returns the time up to which that is all of it.
+    // Handles the MIDI that has arrived; returns the time up to which it is complete.
     qint64 takeMidi();
     void report(qint64 timeUs, const QString& text, EventLog::Tone tone = EventLog::Plain);
 

@@ -7,9 +7,9 @@
 
 #include <optional>
 
-// The name under which the workstation's process is known.
+// The process name of the workstation.
 QString dawName(Daw daw);
 std::optional<Daw> dawOfName(const QString& name);
 
-// How the program is called, what it reads and what it writes.
+// Command line, input and output of the program, for the user.
 QString usageText();

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "datafiles.h"
 #include "recordingplatform.h"
 #include "testcase.h"
 #include "windowdriver.h"
+
+#include <QFile>
 
 // Where the workstations stand in the list of applications that every test function starts with.
 constexpr int kProTools = 1;
@@ -34,5 +37,11 @@ protected:
     {
         return Recording::Events{Recording::pause(100000)} +
                Recording::presses(kProTools, QVector<int>{0x51} + digits + QVector<int>{0x4C});
+    }
+    static QByteArray setListFile()
+    {
+        QFile file(setListFilePath());
+        file.open(QIODevice::ReadOnly);
+        return file.readAll();
     }
 };

@@ -12,16 +12,18 @@ private slots:
         QTest::addColumn<int>("mode");
         QTest::addColumn<Qt::Key>("key");
         QTest::addColumn<QString>("button");
-        QTest::addColumn<int>("code"); // 0: the key does nothing.
-        for (const int mode : {0, 1, 2, 3}) {
-            const bool isStudio = mode > 1;
-            const auto row = [mode](Qt::Key key, const char* button, int code) {
-                QTest::addRow("%s, mode %d", button, mode) << mode << key << button << code;
+        QTest::addColumn<bool>("isEnabled");
+        QTest::addColumn<int>("code");           // 0: the key does nothing.
+        for (const int mode : {0, 1, 2, 3, 9}) { // 9: as only a file edited by hand can have.
+            const bool isStudio = mode == 2 || mode == 3;
+            const auto row = [mode](Qt::Key key, const char* button, bool isEnabled, int code) {
+                QTest::addRow("%s, mode %d", button, mode)
+                    << mode << key << button << isEnabled << code;
             };
-            row(Qt::Key_0, "Key 0", 0x52);
-            row(Qt::Key_Tab, "Key Tab", isStudio ? 0 : 0x30);
-            row(Qt::Key_Space, "Key Space", isStudio ? 0 : 0x31);
-            row(Qt::Key_Enter, "Key Enter", isStudio ? 0x4C : 0);
+            row(Qt::Key_0, "Key 0", true, 0x52);
+            row(Qt::Key_Tab, "Key Tab", !isStudio, mode < 2 ? 0x30 : 0);
+            row(Qt::Key_Space, "Key Space", !isStudio, mode < 2 ? 0x31 : 0);
+            row(Qt::Key_Enter, "Key Enter", isStudio, isStudio ? 0x4C : 0);
         }
     }
 
@@ -30,6 +32,7 @@ private slots:
         QFETCH(int, mode);
         QFETCH(Qt::Key, key);
         QFETCH(QString, button);
+        QFETCH(bool, isEnabled);
         QFETCH(int, code);
         EditData data = sampleData();
         data.Mode = mode;
@@ -37,8 +40,8 @@ private slots:
         const WindowDriver velt(data);
         const QPushButton* pressed = velt.button(button);
         QCOMPARE(pressed->isVisible(), data.ShowKeyButton);
-        QCOMPARE(pressed->isEnabled(), code != 0);
-        QVERIFY(pressed->styleSheet().contains(code != 0 ? "#767471" : "#b3b0ab"));
+        QCOMPARE(pressed->isEnabled(), isEnabled);
+        QVERIFY(pressed->styleSheet().contains(isEnabled ? "#767471" : "#b3b0ab"));
         for (const Qt::Key other : {Qt::Key_Return, Qt::Key_Left, Qt::Key_Right, Qt::Key_L}) {
             QTest::keyClick(velt.table, other);
         }
@@ -46,7 +49,8 @@ private slots:
         QCOMPARE(pressed->isDown(), code != 0);
         QTRY_VERIFY(!pressed->isDown());
         QCOMPARE(Recording::takeEvents(),
-                 code == 0 ? Recording::Events() : Recording::press(mode / 2 + 1, code));
+                 code == 0 ? Recording::Events()
+                           : Recording::press(mode / 2 == 1 ? kStudioOne : kProTools, code));
         QCOMPARE(velt.selectedRow(), 0);
     }
 

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "apptestcase.h"
-#include "datafiles.h"
 #include "modalscript.h"
 
 #include <QPointer>
@@ -11,13 +10,6 @@ namespace {
 const QVector<int> k12{0x53, 0x54};
 const QVector<int> k105{0x53, 0x52, 0x57};
 const QVector<int> k33{0x55, 0x55};
-
-QByteArray setListFile()
-{
-    QFile file(setListFilePath());
-    file.open(QIODevice::ReadOnly);
-    return file.readAll();
-}
 
 void type(QLineEdit* editor, const QString& text)
 {
@@ -61,14 +53,14 @@ private slots:
         QTest::addColumn<bool>("isRunning");
         QTest::addColumn<int>("selected");
         using Rows = QVector<int>;
+        // The selected row has the text colour of its mark.
         const QStringList lastSent{"plain", "space", "plain", "sent"};
         const QStringList reset{"sent", "space", "plain", "plain"};
         QTest::newRow("first") << "LOCATE" << kFirstSent << Rows{0} << true << 0;
         QTest::newRow("next") << "LOCATE 2 LOCATE" << kSecondSent << Rows{0, 2} << true << 2;
         QTest::newRow("last") << "3 LOCATE" << lastSent << Rows{3} << false << 3;
+        QTest::newRow("next, selected") << "LOCATE 2" << kFirstSent << Rows{0} << true << 2;
         QTest::newRow("past the next") << "LOCATE 3 LOCATE" << lastSent << Rows{0, 3} << false << 3;
-        QTest::newRow("back") << "2 LOCATE 0 LOCATE" << kFirstSent << Rows{2, 0} << true << 0;
-        QTest::newRow("again") << "LOCATE LOCATE" << kFirstSent << Rows{0, 0} << true << 0;
         QTest::newRow("nothing selected, one sent")
             << "LOCATE none LOCATE" << kFirstSent << Rows{0, 0} << true << 0;
         QTest::newRow("nothing selected or sent")
@@ -76,12 +68,9 @@ private slots:
         QTest::newRow("space") << "1 LOCATE" << kPlain << Rows{} << true << 1;
         QTest::newRow("space in a run") << "LOCATE 1 LOCATE" << kFirstSent << Rows{0} << true << 1;
         QTest::newRow("Reset") << "LOCATE 2 Reset" << reset << Rows{0} << false << 2;
-        QTest::newRow("another after Reset")
-            << "LOCATE Reset 2 LOCATE" << kSecondSent << Rows{0, 2} << true << 2;
         QTest::newRow("end of song") << "LOCATE 1 end" << kSecondSent << Rows{0, 2} << true << 1;
         QTest::newRow("end of last song")
             << "LOCATE 1 end end" << lastSent << Rows{0, 2, 3} << false << 1;
-        QTest::newRow("end of song, no run") << "end" << kPlain << Rows{} << false << 0;
         QTest::newRow("end of song, none is next")
             << "LOCATE Reset 1 LOCATE end" << reset << Rows{0} << true << 1;
     }
@@ -99,27 +88,18 @@ private slots:
         QCOMPARE(velt.isRunning(), isRunning);
         QCOMPARE(velt.selectedRow(), selected);
         QVERIFY(velt.isFocusOnTable());
+        const QPalette palette = velt.table->palette();
+        const QString mark = marks.value(selected);
+        QCOMPARE(palette.color(QPalette::Inactive, QPalette::HighlightedText),
+                 QColor(mark == "sent"   ? "#bb0000"
+                        : mark == "next" ? "#0000bb"
+                                         : "#000000"));
+        QCOMPARE(palette.color(QPalette::Inactive, QPalette::Highlight), QColor("#b4efef"));
         Recording::Events expected;
         for (const int row : songs) {
             expected += bar(row == 0 ? k12 : row == 2 ? k105 : k33);
         }
         QCOMPARE(Recording::takeEvents(), expected);
-    }
-
-    void selectionHasTheColorOfItsRow()
-    {
-        const WindowDriver velt;
-        const auto colors = [&velt] {
-            const QPalette palette = velt.table->palette();
-            return palette.color(QPalette::Inactive, QPalette::HighlightedText).name() + " on " +
-                   palette.color(QPalette::Inactive, QPalette::Highlight).name();
-        };
-        velt.press("LOCATE");
-        QCOMPARE(colors(), QString("#bb0000 on #b4efef"));
-        velt.select(1);
-        QCOMPARE(colors(), QString("#000000 on #b4efef"));
-        velt.select(2);
-        QCOMPARE(colors(), QString("#0000bb on #b4efef"));
     }
 
     void processIsLookedUpOnceUntilDataChanges()
@@ -135,9 +115,16 @@ private slots:
         QCOMPARE(Recording::enumerations(), 3);
     }
 
-    void anotherShowForgetsWhatWasSent()
+    void aShowBeginsWithoutMarks()
     {
         WindowDriver velt;
+        QCOMPARE(velt.rowMarks(), kPlain);
+        QCOMPARE(velt.table->item(1, 0)->textAlignment(), int(Qt::AlignHCenter | Qt::AlignVCenter));
+        QCOMPARE(velt.table->item(1, 1)->foreground().color(), QColor(Qt::black));
+        QCOMPARE(velt.selectedRow(), 0);
+        QVERIFY(velt.table->hasFocus());
+        QVERIFY(velt.button("LOCATE")->isEnabled());
+
         perform(velt, "LOCATE Reset");
         velt.shows->setCurrentIndex(1);
         QCOMPARE(velt.table->rowCount(), 0);
@@ -145,43 +132,14 @@ private slots:
         velt.shows->setCurrentIndex(0);
         QCOMPARE(velt.rowMarks(), kPlain);
         Recording::takeEvents();
-        perform(velt, "none LOCATE");
+        perform(velt, "none LOCATE"); // What was sent is forgotten.
         QVERIFY(Recording::takeEvents().isEmpty());
-    }
 
-    void dawIsNotThere_data()
-    {
-        QTest::addColumn<QString>("button");
-        for (const char* name :
-             {"LOCATE", "DAW PLAY", "DAW STOP", "Key 0", "Key Tab", "Key Space"}) {
-            QTest::newRow(name) << name;
-        }
-    }
-
-    void dawIsNotThere()
-    {
-        QFETCH(QString, button);
-        const WindowDriver velt;
-        Recording::setApplications({"Finder", "pro tools", "Studio One"});
-        ModalScript script;
-        script.expect([&velt](QWidget* shown) {
-            auto* box = qobject_cast<QMessageBox*>(shown);
-            QCOMPARE(box->icon(), QMessageBox::Warning);
-            QCOMPARE(box->windowTitle(), QString());
-            QCOMPARE(box->text(), QString("Process [Pro Tools] not found"));
-            QCOMPARE(box->standardButtons(), QMessageBox::StandardButtons(QMessageBox::Ok));
-            velt.controllerNote(31); // Foot switch presses do not pile up boxes.
-            QTRY_VERIFY(!velt.button("LOCATE")->isDown());
-            box->button(QMessageBox::Ok)->click();
-        });
-        velt.press(button);
-        QVERIFY(velt.isFocusOnTable());
+        velt.shows->setCurrentIndex(1);
+        velt.window.setShowData(); // Saved shows come back from the first.
+        QCOMPARE(velt.shows->currentText(), QString("Friday"));
+        QCOMPARE(velt.rowMarks(), kPlain);
         QVERIFY(!velt.isRunning());
-        QVERIFY(Recording::takeEvents().isEmpty());
-
-        Recording::setApplications({"Pro Tools"}); // Once it runs, the next press finds it.
-        velt.press("LOCATE");
-        QCOMPARE(Recording::takeEvents().size(), bar(k12).size());
     }
 
     void everyModeTypesItsOwn_data()

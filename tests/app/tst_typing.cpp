@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include "apptestcase.h"
-#include "datafiles.h"
 #include "modalscript.h"
 
 #include <QInputMethodEvent>
@@ -9,13 +8,6 @@
 #include <functional>
 
 namespace {
-
-QByteArray setListFile()
-{
-    QFile file(setListFilePath());
-    file.open(QIODevice::ReadOnly);
-    return file.readAll();
-}
 
 constexpr int kRow = 2; // Its cue is typed; row 1 is a space, rows 2 and 3 are songs.
 constexpr int kCue = 1;
@@ -184,20 +176,16 @@ private slots:
         QVERIFY(setListFile().contains("the last"));
     }
 
-    void lineBreaksBecomeBlanks()
+    void pastedAndComposedText()
     {
         const WindowDriver velt;
-        QLineEdit* editor = velt.edit(0, kCue);
+        QLineEdit* editor = velt.edit(0, kCue); // Line breaks become blanks.
         editor->setText("one\r\ntwo\nthree");
         QTest::keyClick(editor, Qt::Key_Return);
         QCOMPARE(velt.table->item(0, kCue)->text(), QString("one two three"));
         QVERIFY(setListFile().contains("one two three"));
-    }
 
-    void composedTextOpensNoCell()
-    {
-        const WindowDriver velt;
-        velt.select(kRow, kCue);
+        velt.select(kRow, kCue); // Composed text opens no cell.
         QVERIFY(!velt.table->testAttribute(Qt::WA_InputMethodEnabled));
         QInputMethodEvent composed;
         composed.setCommitString("にほん");

@@ -38,17 +38,21 @@ private slots:
 
     void portsAreOpenFromStartToEnd()
     {
+        const QStringList closing{"RtMidi Input Client closes", "RtMidi Input Client closes",
+                                  "RtMidi Output Client closes"};
         {
-            const WindowDriver velt(dataWithPorts());
+            WindowDriver velt(dataWithPorts());
             QCOMPARE(FakeMidi::calls,
                      (QStringList{"RtMidi Input Client opens Second as RtMidi Input",
                                   "RtMidi Input Client opens First as RtMidi Input",
                                   "RtMidi Output Client opens Second as RtMidi Output"}));
             FakeMidi::calls.clear();
+            velt.window.midiReconnect();
+            QCOMPARE(FakeMidi::calls.filter("closes"), closing);
+            QCOMPARE(FakeMidi::calls.filter("opens").size(), 3);
+            FakeMidi::calls.clear();
         }
-        QCOMPARE(FakeMidi::calls,
-                 (QStringList{"RtMidi Input Client closes", "RtMidi Input Client closes",
-                              "RtMidi Output Client closes"}));
+        QCOMPARE(FakeMidi::calls, closing);
     }
 
     void absentPortsAreNoError()
@@ -93,41 +97,57 @@ private slots:
                 dialog->findChild<QPushButton*>(leave)->click();
             });
             velt.press("Pref.");
+            QVERIFY(velt.isFocusOnTable());
         }
         QVERIFY(velt.dawIn->isPortOpen());
         QVERIFY(!velt.controllerIn->isPortOpen());
     }
 
-    void transport_data()
+    void buttonsNeedTheDaw_data()
     {
         QTest::addColumn<QString>("button");
-        QTest::addColumn<int>("command");
+        QTest::addColumn<int>("command"); // Of MMC; 0: none.
+        QTest::newRow("LOCATE") << "LOCATE" << 1;
         QTest::newRow("PLAY") << "DAW PLAY" << 2;
         QTest::newRow("STOP") << "DAW STOP" << 1;
-        QTest::newRow("LOCATE") << "LOCATE" << 1;
+        QTest::newRow("key") << "Key 0" << 0;
     }
 
-    void transport()
+    void buttonsNeedTheDaw()
     {
         QFETCH(QString, button);
         QFETCH(int, command);
         EditData data = dataWithPorts();
         data.DeviceIdValue = 0xFF;
         const WindowDriver velt(data);
-        Recording::setApplications({"Finder"});
+        Recording::setApplications({"Finder", "pro tools", "Studio One"});
         {
             ModalScript script;
-            script.answer(
-                {QMessageBox::Warning, {}, "Process [Pro Tools] not found", QMessageBox::Ok},
-                QMessageBox::Ok);
+            script.expect([&velt](QWidget* shown) {
+                auto* box = qobject_cast<QMessageBox*>(shown);
+                QCOMPARE(box->icon(), QMessageBox::Warning);
+                QCOMPARE(box->windowTitle(), QString());
+                QCOMPARE(box->text(), QString("Process [Pro Tools] not found"));
+                QCOMPARE(box->standardButtons(), QMessageBox::StandardButtons(QMessageBox::Ok));
+                velt.controllerNote(31); // Foot switch presses do not pile up boxes.
+                QTRY_VERIFY(!velt.button("LOCATE")->isDown());
+                box->button(QMessageBox::Ok)->click();
+            });
             velt.press(button);
         }
-        QVERIFY(FakeMidi::sent.empty()); // The DAW is not there.
-        Recording::setApplications({"Pro Tools"});
+        QVERIFY(velt.isFocusOnTable());
+        QVERIFY(!velt.isRunning());
+        QVERIFY(FakeMidi::sent.empty());
+        QVERIFY(Recording::takeEvents().isEmpty());
+
+        Recording::setApplications({"Pro Tools"}); // Once it runs, the next press finds it.
         velt.press(button);
-        const std::vector<unsigned char> mmc{
-            0xF0, 0x7F, 0xFF, 6, static_cast<unsigned char>(command), 0xF7};
-        QCOMPARE(FakeMidi::sent, std::vector<std::vector<unsigned char>>{mmc});
+        QCOMPARE(Recording::takeEvents().isEmpty(), button.startsWith("DAW"));
+        std::vector<std::vector<unsigned char>> mmc;
+        if (command != 0) {
+            mmc = {{0xF0, 0x7F, 0xFF, 6, static_cast<unsigned char>(command), 0xF7}};
+        }
+        QCOMPARE(FakeMidi::sent, mmc);
     }
 
     // The box runs the event loop, and the foot switch locates another song meanwhile.

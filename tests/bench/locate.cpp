@@ -37,7 +37,7 @@ void measureLocate(benchmark::State& state, const QString& dawName, int mode, in
     EditData data = sampleData();
     data.Mode = mode;
     data.MidiOutPort = StandIn::kMmcPort;
-    if (!windowManager.isRunning() || !daw.isReady()) {
+    if (!windowManager.isRunning() || !daw.isRunning()) {
         throw std::runtime_error("the window manager or the stand-in DAW does not start");
     }
     const WindowDriver velt(data);
@@ -47,7 +47,7 @@ void measureLocate(benchmark::State& state, const QString& dawName, int mode, in
         ms.floor(wallMsOf([&] { pause(mode == kModeProToolsBars, keys); }));
         paintAll();
     }
-    if (daw.texts({"located"}).size() != kLocates) {
+    if (daw.texts("located").size() != kLocates) {
         throw std::runtime_error("the stand-in DAW was not located");
     }
     ms.report(state, kTarget);
@@ -74,7 +74,7 @@ void measureRedraw(benchmark::State& state)
     StandIn daw("Pro Tools");
     EditData data = showsOf(100);
     data.Mode = kNoMode;
-    if (!daw.isReady()) {
+    if (!daw.isRunning()) {
         throw std::runtime_error("the stand-in DAW does not start");
     }
     const WindowDriver velt(data);

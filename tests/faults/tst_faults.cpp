@@ -1,16 +1,32 @@
 // SPDX-License-Identifier: MIT
 #include "datafiles.h"
 #include "modalscript.h"
-#include "showdesk.h"
 #include "testcase.h"
+#include "windowdriver.h"
 
 #include <QDir>
+#include <QElapsedTimer>
+#include <QTemporaryDir>
 
+#include <atomic>
+#include <csignal>
+#include <random>
+#include <sys/mman.h>
 #include <sys/mount.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
 
 namespace {
 
-// A disk of its own over the directory of the data files, gone with the object.
+QByteArray bytes(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// A small disk over the directory of the data files, gone with the object.
 class SmallDisk
 {
 public:
@@ -24,9 +40,8 @@ public:
 
     void setReadOnly(bool on) const
     {
-        QCOMPARE(mount(nullptr, path.constData(), nullptr, on ? MS_REMOUNT | MS_RDONLY : MS_REMOUNT,
-                       nullptr),
-                 0);
+        const unsigned long flags = on ? MS_REMOUNT | MS_RDONLY : MS_REMOUNT;
+        QCOMPARE(mount(nullptr, path.constData(), nullptr, flags, nullptr), 0);
     }
     void setFull(bool on) const
     {
@@ -47,24 +62,6 @@ private:
     QByteArray path = directory.toLocal8Bit();
 };
 
-void setDirectoriesInTheWay(bool on)
-{
-    for (const QString& path : {setListFilePath(), preferenceFilePath()}) {
-        QVERIFY(on ? QFile::remove(path) : QDir().rmdir(path));
-        QCOMPARE(on && QDir().mkdir(path), on);
-    }
-}
-
-QByteArray files()
-{
-    QByteArray bytes;
-    for (const QString& path : {setListFilePath(), preferenceFilePath()}) {
-        QFile file(path);
-        bytes += file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-    return bytes;
-}
-
 void typeCue(const WindowDriver& velt, int row, const char* text)
 {
     QTest::keyClicks(velt.edit(row, 1), text);
@@ -82,129 +79,151 @@ void confirmMode(const WindowDriver& velt, const char* radioButton)
     velt.press("Pref.");
 }
 
+// A set-list file with the number of its version in every text.
+class Versions
+{
+public:
+    void save(int version) const
+    {
+        const QString stamp = stampOf(version);
+        EditData data;
+        data.ShowList = {{stamp, stamp, {}}};
+        for (int id = 1; id <= 200; ++id) {
+            const EditDataSong song{id, stamp, stamp, id, id};
+            data.SongList.push_back(song);
+            data.ShowList[0].SetList.push_back({kSetTypeSong, song, {}, stamp});
+        }
+        data.writeEdit(path);
+    }
+    bool isWhole(int version) const
+    {
+        return bytes(path) == QByteArray(first).replace(stampOf(0), stampOf(version));
+    }
+    int leftovers() const // Files beside it.
+    {
+        const QDir dir(home.path());
+        return dir.entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).size() - 1;
+    }
+
+private:
+    static QByteArray stampOf(int version)
+    {
+        return '<' + QByteArray::number(version).rightJustified(6, '0') + '>';
+    }
+
+    const QTemporaryDir home;
+    const QString path = home.filePath("VELTSetting.ini");
+    const QByteArray first = (save(0), bytes(path));
+};
+
+// What the process that saves tells the one that kills it, in memory that both share.
+struct Progress
+{
+    std::atomic<int> started{0};      // The version whose saving began last.
+    std::atomic<int> saved{0};        // The version that was saved last.
+    std::atomic<bool> isBegun{false}; // The first save of this life is done.
+};
+
+[[noreturn]] void saveForEver(const Versions& files, Progress& progress)
+{
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    for (;;) {
+        files.save(++progress.started);
+        progress.saved = progress.started.load();
+        progress.isBegun = true;
+    }
+}
+
 } // namespace
 
-// What VELT stands on fails while a show runs: the show goes on, and nothing is lost.
+// What the data files stand on fails: nothing is lost.
 class TestFaults : public TestCase
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void onlyAnotherDawIsThere();
-    void oneOfTwoDawsDies();
-    void windowManagerDies();
-    void savesFail_data();
-    void savesFail();
-
-private:
-    std::unique_ptr<JackServer> jack;
-    // One for all: the toolkit warns if it asks about one that has just ended.
-    std::unique_ptr<WindowManager> windowManager;
+    void diskFails_data();
+    void diskFails();
+    void filesAreWholeAfterEachKill();
 };
 
-void TestFaults::initTestCase()
+void TestFaults::diskFails_data()
 {
-    jack = std::make_unique<JackServer>();
-    windowManager = std::make_unique<WindowManager>();
-    if (!jack->isRunning() || !windowManager->isRunning()) {
-        QSKIP(qPrintable(jack->why() + windowManager->why()));
-    }
+    QTest::addColumn<bool>("isFull");
+    QTest::newRow("full") << true;
+    QTest::newRow("read-only") << false;
 }
 
-void TestFaults::onlyAnotherDawIsThere()
+void TestFaults::diskFails()
 {
-    ShowDesk desk;
-    desk.daw->kill();
-    desk.daw = std::make_unique<StandIn>("Studio One");
-    desk.velt.window.activateWindow();
-    ModalScript script;
-    script.answer({QMessageBox::Warning, {}, "Process [Pro Tools] not found", QMessageBox::Ok},
-                  QMessageBox::Ok);
-    desk.confirmPreferences();
-    desk.locate(0);
-    QVERIFY(script.isDone());
-    QCOMPARE(desk.daw->texts({"key"}), QStringList());
-    confirmMode(desk.velt, "radioStudioBars");
-    desk.locate(0);
-    QTRY_COMPARE_WITH_TIMEOUT(desk.daw->count("located bar 12"), 1, ShowDesk::kPatienceMs);
-}
-
-void TestFaults::oneOfTwoDawsDies()
-{
-    const QString located = "located bar 12";
-    ShowDesk desk;
-    auto second = std::make_unique<StandIn>();
-    desk.velt.window.activateWindow();
-    desk.confirmPreferences();
-    desk.locate(0);
-    QTRY_COMPARE_WITH_TIMEOUT(desk.daw->count(located) + second->count(located), 1,
-                              ShowDesk::kPatienceMs);
-    if (second->has(located)) {
-        std::swap(desk.daw, second);
-    }
-    QCOMPARE(second->texts({"key"}), QStringList());
-    desk.daw->kill();
-    desk.velt.press("Reset");
-    desk.confirmPreferences();
-    desk.locate(0);
-    QTRY_COMPARE_WITH_TIMEOUT(second->count(located), 1, ShowDesk::kPatienceMs);
-}
-
-void TestFaults::windowManagerDies()
-{
-    ShowDesk desk;
-    desk.locate(0);
-    QTRY_COMPARE_WITH_TIMEOUT(desk.daw->count("located bar 12"), 1, ShowDesk::kPatienceMs);
-    windowManager->kill();
-    desk.playOn();
-    windowManager = std::make_unique<WindowManager>();
-    desk.playOn();
-}
-
-void TestFaults::savesFail_data()
-{
-    QTest::addColumn<QString>("fault");
-    QTest::newRow("disk is full") << "full";
-    QTest::newRow("disk is read-only") << "read-only";
-    QTest::newRow("directories lie where the files were") << "directories";
-}
-
-void TestFaults::savesFail()
-{
-    QFETCH(QString, fault);
+    QFETCH(bool, isFull);
     const SmallDisk disk;
     if (!disk.isMounted) {
-        QSKIP("only root can mount a disk of its own");
+        QSKIP("only root can mount a disk");
     }
-    const auto fail = [&](bool on) {
-        fault == "full"        ? disk.setFull(on)
-        : fault == "read-only" ? disk.setReadOnly(on)
-                               : setDirectoriesInTheWay(on);
-    };
-    ShowDesk desk; // Whose files lie on that disk.
-    typeCue(desk.velt, 0, "before");
-    confirmMode(desk.velt, "radioProBars");
+    const auto fail = [&](bool on) { isFull ? disk.setFull(on) : disk.setReadOnly(on); };
+    const auto files = [] { return bytes(setListFilePath()) + bytes(preferenceFilePath()); };
+    const WindowDriver velt; // Its files lie on that disk.
+    typeCue(velt, 0, "before");
+    confirmMode(velt, "radioProBars");
     const QByteArray before = files();
     QVERIFY(before.contains("Cue=before"));
     fail(true);
     {
         const ModalScript noBox; // A failed save says nothing.
-        typeCue(desk.velt, 2, "during");
-        confirmMode(desk.velt, "radioProMarker");
+        typeCue(velt, 2, "during");
+        confirmMode(velt, "radioProMarker");
     }
     fail(false);
-    if (fault != "directories") {
-        QCOMPARE(files(), before);
-    }
-    typeCue(desk.velt, 3, "after");
-    confirmMode(desk.velt, "radioProMarker");
-    const QByteArray after = files();
+    QCOMPARE(files(), before);
+    typeCue(velt, 3, "after");
+    confirmMode(velt, "radioProMarker");
     for (const char* text :
          {"Cue=before", "Cue=during", "Cue=after", "SongTitle=Middle", "Mode=1"}) {
-        QVERIFY2(after.contains(text), text);
+        QVERIFY2(files().contains(text), text);
     }
 }
 
-VELT_DISPLAY_TEST_MAIN(TestFaults)
+// A process that saves without a pause is killed again and again.
+void TestFaults::filesAreWholeAfterEachKill()
+{
+    constexpr int kKills = 500;
+    constexpr int kFirstSaveMs = 4000; // Less than a save waits for a live process.
+    const Versions files;
+    void* shared =
+        mmap(nullptr, sizeof(Progress), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+    auto& progress = *new (shared) Progress;
+    std::mt19937 random(20'240'229);
+    std::uniform_int_distribution<int> lifeUs(0, 40'000); // A save takes some milliseconds.
+    int savesKilled = 0;
+    int leftovers = 0;
+    for (int kill = 1; kill <= kKills; ++kill) {
+        progress.isBegun = false;
+        progress.started = progress.saved.load();
+        const pid_t child = fork();
+        if (child == 0) {
+            saveForEver(files, progress);
+        }
+        QElapsedTimer waited;
+        waited.start();
+        while (!progress.isBegun && !waited.hasExpired(kFirstSaveMs)) {
+            std::this_thread::sleep_for(std::chrono::microseconds(200));
+        }
+        std::this_thread::sleep_for(std::chrono::microseconds(lifeUs(random)));
+        ::kill(child, SIGKILL);
+        waitpid(child, nullptr, 0);
+        QVERIFY2(progress.isBegun, "the first save waits for what the last kill left");
+        QVERIFY2(files.isWhole(progress.saved) || files.isWhole(progress.started),
+                 qPrintable(QString::number(kill)));
+        savesKilled += progress.started != progress.saved ? 1 : 0;
+        leftovers += files.leftovers();
+    }
+    QVERIFY(savesKilled >= kKills / 2);
+    QVERIFY(leftovers > 0); // Some were killed while they wrote.
+    files.save(0);
+    QCOMPARE(files.leftovers(), 0);
+    qInfo("%d of %d saves killed, %d files left", savesKilled, progress.saved.load(), leftovers);
+}
+
+VELT_TEST_MAIN(TestFaults)
 #include "tst_faults.moc"

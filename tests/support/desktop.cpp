@@ -5,49 +5,32 @@
 #include <QTest>
 #include <QWidget>
 
-namespace {
-
-QString run(const QStringList& arguments, bool mayFail)
+QString Desktop::xdotool(const QStringList& arguments, bool mayFail)
 {
     QProcess process;
-    process.start(QStringLiteral("xdotool"), arguments);
+    process.start("xdotool", arguments);
     const bool hasEnded = process.waitForFinished();
     if (!hasEnded || (process.exitCode() != 0 && !mayFail)) {
-        QTest::qFail(qPrintable(QStringLiteral("xdotool ") + arguments.join(QLatin1Char(' '))),
-                     __FILE__, __LINE__);
+        QTest::qFail(qPrintable("xdotool " + arguments.join(' ')), __FILE__, __LINE__);
     }
-    return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
-}
-
-} // namespace
-
-QString Desktop::xdotool(const QStringList& arguments)
-{
-    return run(arguments, false);
+    return process.readAllStandardOutput().trimmed();
 }
 
 void Desktop::key(const QString& keys)
 {
-    xdotool(QStringList{QStringLiteral("key")} + keys.split(QLatin1Char(' ')));
+    xdotool(QStringList{"key"} + keys.split(' '));
 }
 
 void Desktop::click(const QWidget* widget, QPoint at, int times)
 {
     const QPoint place = widget->mapToGlobal(at);
-    xdotool({QStringLiteral("mousemove"), QString::number(place.x()), QString::number(place.y()),
-             QStringLiteral("click"), QStringLiteral("--repeat"), QString::number(times),
-             QStringLiteral("--delay"), QStringLiteral("50"), QStringLiteral("1")});
-}
-
-void Desktop::click(const QWidget* widget)
-{
-    click(widget, widget->rect().center());
+    xdotool({"mousemove", QString::number(place.x()), QString::number(place.y()), "click",
+             "--repeat", QString::number(times), "--delay", "50", "1"});
 }
 
 QStringList Desktop::windows(const QString& title)
 {
-    return run({QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--name"),
-                QLatin1Char('^') + title + QLatin1Char('$')},
-               true) // Finding none is a failure to xdotool.
-        .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    // Finding none is a failure to xdotool.
+    return xdotool({"search", "--onlyvisible", "--name", '^' + title + '$'}, true)
+        .split('\n', Qt::SkipEmptyParts);
 }

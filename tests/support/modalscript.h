@@ -9,9 +9,8 @@
 #include <deque>
 #include <functional>
 
-// Answers modal windows while the code under test waits in them: each step waits for its window
-// and acts on it, in the order in which the steps were given. A window that is not the one that
-// the next step expects is reported as a failure and closed, so that nothing hangs.
+// Answers modal windows while the code under test waits in them, one step a window, in order. A
+// window that the next step does not expect is a failure, and is closed so that nothing hangs.
 class ModalScript : public QObject
 {
     Q_OBJECT

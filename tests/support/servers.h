@@ -5,8 +5,7 @@
 
 #include <functional>
 
-// Ends the test program as failed, with the reason, where VELT_NEEDS_SERVERS is set: there, a check
-// that is skipped for want of a server must not pass for done.
+// Ends the test program as failed, with the reason, where VELT_NEEDS_SERVERS is set.
 void failIfServersAreNeeded(const QString& whyThereIsNone);
 
 // Ends with the test program, even if that crashes.
@@ -15,9 +14,8 @@ class ServerProcess : public QProcess
     void setupChildProcess() override;
 };
 
-// A program that a test needs beside it, ready when it is constructed and ended with it. Where it
-// is not installed, isRunning() is false and why() has the reason; a test is then skipped, or fails
-// where servers are needed.
+// A program that a test needs, ready when it is constructed and ended with the object. Where it is
+// not installed, isRunning() is false and why() has the reason, for a test to be skipped.
 class Server
 {
 public:
@@ -42,8 +40,8 @@ private:
     QString reason;
 };
 
-// A JACK server with the dummy driver under a name of its own. Every client that this process and
-// its children open afterwards connects to it. Stop the clients first.
+// A JACK server with the dummy driver. Clients that this process and its children open afterwards
+// connect to it; stop them first.
 class JackServer : public Server
 {
 public:
@@ -58,8 +56,7 @@ private:
     QString name;
 };
 
-// An X server with a virtual screen. The display is not put into this process's environment: give
-// display() to the programs that are to show themselves there.
+// An X server with a virtual screen, for the programs whose DISPLAY is display().
 class XServer : public Server
 {
 public:

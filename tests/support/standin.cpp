@@ -3,13 +3,13 @@
 
 #include "desktop.h"
 
-#include <QTest>
+#include <QRegularExpression>
 
 #include <csignal>
 
-const QString StandIn::kMmcPort = QStringLiteral("Rehearsal MMC:commands");
-const QString StandIn::kNotesPort = QStringLiteral("Rehearsal DAW:notes");
-const QString StandIn::kFootSwitchPort = QStringLiteral("Rehearsal Foot switch:notes");
+const QString StandIn::kMmcPort = "Rehearsal MMC:commands";
+const QString StandIn::kNotesPort = "Rehearsal DAW:notes";
+const QString StandIn::kFootSwitchPort = "Rehearsal Foot switch:notes";
 
 StandIn::StandIn(const QString& name) : StandIn(QStringList{name})
 {
@@ -18,8 +18,7 @@ StandIn::StandIn(const QString& name) : StandIn(QStringList{name})
 StandIn::StandIn(const QStringList& arguments)
 {
     process.setStandardErrorFile(QProcess::nullDevice());
-    start(QStringLiteral(VELT_REHEARSAL), arguments,
-          [this] { return has(QStringLiteral("ready")); });
+    start(VELT_REHEARSAL, arguments, [this] { return has("ready"); });
     forget();
 }
 
@@ -31,9 +30,8 @@ void StandIn::press(const QString& commands)
 
 void StandIn::type(const QString& keys)
 {
-    const QString search =
-        QStringLiteral("search --onlyvisible --name ^(Pro.Tools|Studio.One)$ key --delay 20 ");
-    Desktop::xdotool((search + keys).split(QLatin1Char(' ')));
+    const QString search = "search --onlyvisible --name ^(Pro.Tools|Studio.One)$ key --delay 20 ";
+    Desktop::xdotool((search + keys).split(' '));
 }
 
 bool StandIn::endsInOrder(int signal)
@@ -45,45 +43,19 @@ bool StandIn::endsInOrder(int signal)
            process.exitCode() == 0;
 }
 
-const QVector<StandIn::Event>& StandIn::events()
+const QStringList& StandIn::events()
 {
     unread += process.readAllStandardOutput();
     for (int end = unread.indexOf('\n'); end != -1; end = unread.indexOf('\n')) {
-        const QString line = QString::fromUtf8(unread.left(end));
+        received << QString(unread.left(end)).section(' ', 1); // After the time.
         unread.remove(0, end + 1);
-        received.append(
-            {line.section(QLatin1Char(' '), 0, 0).toDouble(), line.section(QLatin1Char(' '), 1)});
     }
     return received;
 }
 
-QStringList StandIn::texts(const QStringList& words)
+QStringList StandIn::texts(const QString& word)
 {
-    QStringList found;
-    for (const Event& event : events()) {
-        if (words.contains(event.text.section(QLatin1Char(' '), 0, 0))) {
-            found << event.text;
-        }
-    }
-    return found;
-}
-
-QStringList StandIn::results()
-{
-    QStringList found;
-    for (const Event& event : events()) {
-        if (!event.text.startsWith(QLatin1String("key "))) {
-            found << event.text;
-        }
-    }
-    return found;
-}
-
-int StandIn::count(const QString& text)
-{
-    const QVector<Event>& all = events();
-    return int(std::count_if(all.begin(), all.end(),
-                             [&text](const Event& event) { return event.text == text; }));
+    return events().filter(QRegularExpression('^' + word + ' '));
 }
 
 void StandIn::forget()

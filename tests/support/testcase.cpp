@@ -24,9 +24,8 @@ std::atomic<QtMessageHandler> previousHandler = nullptr;
 bool isRemarkOfThePlatform(const QString& text)
 {
     static const QRegularExpression xErrors(
-        QStringLiteral(R"(^QXcbConnection: XCB error: (3 \(BadWindow\)|8 .*\(SetInputFocus\)))"));
-    return text.startsWith(QLatin1String("This plugin does not support ")) ||
-           xErrors.match(text).hasMatch();
+        R"(^QXcbConnection: XCB error: (3 \(BadWindow\)|8 .*\(SetInputFocus\)))");
+    return text.startsWith("This plugin does not support ") || xErrors.match(text).hasMatch();
 }
 
 void handleMessage(QtMsgType type, const QMessageLogContext& context, const QString& text)
@@ -66,10 +65,10 @@ void TestCase::cleanup()
         if (found != warnings.end()) {
             warnings.erase(found);
         } else if (!QTest::currentTestFailed()) {
-            QFAIL(qPrintable(QLatin1String("a warning did not come: ") + pattern.pattern()));
+            QFAIL(qPrintable("a warning did not come: " + pattern.pattern()));
         }
     }
-    QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(QLatin1Char('\n'))));
+    QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join('\n')));
 }
 
 int runTestCase(int argc, char** argv, const std::function<std::unique_ptr<TestCase>()>& make)
@@ -80,7 +79,7 @@ int runTestCase(int argc, char** argv, const std::function<std::unique_ptr<TestC
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
     QApplication application(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("VELT"));
+    QApplication::setApplicationName("VELT");
     const auto test = make();
     return QTest::qExec(test.get(), argc, argv);
 }
@@ -95,15 +94,15 @@ int runTestCaseOnDisplay(int argc, char** argv,
     const QCoreApplication application(argc, argv);
     const XServer server;
     if (!server.isRunning()) {
-        std::puts(qPrintable(QStringLiteral("Totals: 0 passed, skipped: ") + server.why()));
+        std::puts(qPrintable("Totals: 0 passed, skipped: " + server.why()));
         return 0;
     }
     QProcess child;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QLatin1String(kIsChild), QStringLiteral("1"));
-    environment.insert(QStringLiteral("DISPLAY"), server.display());
-    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
-    environment.insert(QStringLiteral("QT_XCB_GL_INTEGRATION"), QStringLiteral("none")); // As velt.
+    environment.insert(QLatin1String(kIsChild), "1");
+    environment.insert("DISPLAY", server.display());
+    environment.insert("QT_QPA_PLATFORM", "xcb");
+    environment.insert("QT_XCB_GL_INTEGRATION", "none"); // As velt.
     child.setProcessEnvironment(environment);
     child.setProcessChannelMode(QProcess::ForwardedChannels);
     child.start(QCoreApplication::applicationFilePath(), QCoreApplication::arguments().mid(1));
