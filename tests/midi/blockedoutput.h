@@ -5,8 +5,12 @@
 #include <QMetaType>
 
 #include <array>
-#include <cstdlib>
 #include <fcntl.h>
+#ifdef Q_OS_MACOS
+#include <util.h>
+#else
+#include <pty.h>
+#endif
 #include <termios.h>
 #include <unistd.h>
 
@@ -20,14 +24,8 @@ public:
     explicit BlockedOutput(Kind kind)
     {
         std::array<int, 2> ends{};
-        if (kind == FullPipe) {
-            (void)pipe(ends.data());
-        } else {
-            ends[0] = posix_openpt(O_RDWR | O_NOCTTY);
-            grantpt(ends[0]);
-            unlockpt(ends[0]);
-            ends[1] = open(ptsname(ends[0]), O_RDWR | O_NOCTTY);
-        }
+        (void)(kind == FullPipe ? pipe(ends.data())
+                                : openpty(&ends[0], &ends[1], nullptr, nullptr, nullptr));
         readEnd = ends[0];
         fcntl(readEnd, F_SETFL, O_NONBLOCK);
         if (kind == PausedTerminal) {

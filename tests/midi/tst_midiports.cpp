@@ -88,9 +88,9 @@ private slots:
         QMidiOut source;
         source.openVirtualPort(name);
         QMidiIn in;
-        std::vector<double> deltas;
+        double deltaMs = -1;
         connect(&in, &QMidiIn::midiMessageReceived, this,
-                [&](QMidiMessage* message) { deltas.push_back(message->getDeltaTime()); });
+                [&](QMidiMessage* message) { deltaMs = message->getDeltaTime(); });
         in.openPort(in.getPorts().filter(name).value(0));
         settle();
         output.str({});
@@ -99,19 +99,19 @@ private slots:
         for (const Bytes& bytes : {Bytes{0x99, 36, 100}, {0xF0, 1, 0xF7}, {0xF8}, {0xFE}}) {
             source.sendRawMessage(bytes);
         }
-        QTRY_COMPARE(deltas.size(), std::size_t(1));
+        QTRY_COMPARE(deltaMs, 0.0);
         source.sendRawMessage({0x80, 36, 0});
-        QTRY_COMPARE(deltas.size(), std::size_t(2));
+        QTRY_VERIFY(deltaMs > 0);
         std::ostringstream expected;
         expected << "Byte 0 = 153, Byte 1 = 36, Byte 2 = 100, stamp = 0\n"
-                 << "Byte 0 = 128, Byte 1 = 36, Byte 2 = 0, stamp = " << deltas[1] / 1000 << '\n';
+                 << "Byte 0 = 128, Byte 1 = 36, Byte 2 = 0, stamp = " << deltaMs / 1000 << '\n';
         QCOMPARE(output.str(), expected.str());
     }
 
     void deliversAllInOrderAndFreesThem()
     {
         constexpr int kBurst = 500; // Less than what the server drops of one cycle.
-        constexpr int kNotes = 10 * kBurst;
+        constexpr int kNotes = 4 * kBurst;
         PeerSource source;
         int freed = 0;
         int received = 0;
@@ -126,32 +126,28 @@ private slots:
                      message->getVelocity() == expected[2];
             ++received;
         });
-        in->openPort(PeerSource::port());
-        settle();
-        const auto sendBurst = [&source](int first) {
+        const auto sendBurst = [&](int first) {
             for (int i = first; i < first + kBurst; ++i) {
                 source.send(numberedNote(i));
             }
+            settle();
         };
-        for (int sent = 0; sent < kNotes - kBurst; sent += kBurst) {
-            sendBurst(sent);
-            QTRY_COMPARE(received, sent + kBurst);
-        }
-        // What waits for the event loop when the port is closed is delivered.
-        sendBurst(kNotes - kBurst);
+        in->openPort(PeerSource::port());
         settle();
-        in->closePort();
-        QCOMPARE(received, kNotes - kBurst);
+        for (int sent = 0; sent < kNotes; sent += kBurst) {
+            QTRY_COMPARE(received, sent);
+            sendBurst(sent);
+        }
+        in->closePort(); // What waits for the event loop is delivered,
+        QVERIFY(received < kNotes);
         QTRY_COMPARE(received, kNotes);
         QCOMPARE(right, kNotes);
         QCOMPARE(freed, kNotes);
 
-        // When it is destroyed, it is not.
         in->openPort(PeerSource::port());
         settle();
         sendBurst(0);
-        settle();
-        in.reset();
+        in.reset(); // but not when the port is destroyed.
         QCoreApplication::processEvents();
         QCOMPARE(received, kNotes);
     }
@@ -179,43 +175,23 @@ private slots:
         QMidiMessage note;
         note.setStatus(MIDI_NOTE_ON);
         std::cout.rdbuf(screen);
-        bool allCame = false;
-        bool isNonBlocking = true;
-        QByteArray traced;
-        {
-            BlockedOutput blocked(kind);
-            for (int i = 0; i < kNotes; ++i) {
-                source.send(numberedNote(i));
-                out.sendMessage(&note);
-            }
-            allCame = QTest::qWaitFor(
-                [&] { return received == kNotes && sink.received().size() == kNotes; });
-            blocked.resume();
-            source.send({0x99, 36, 100});
-            (void)QTest::qWaitFor([&] { return received == kNotes + 1; });
-            traced = blocked.read();
-            isNonBlocking = BlockedOutput::isNonBlocking();
+        auto blocked = std::make_unique<BlockedOutput>(kind);
+        for (int i = 0; i < kNotes; ++i) {
+            source.send(numberedNote(i));
+            out.sendMessage(&note);
         }
+        const bool allCame =
+            QTest::qWaitFor([&] { return received == kNotes && sink.received().size() == kNotes; });
+        blocked->resume();
+        source.send({0x99, 36, 100});
+        (void)QTest::qWaitFor([&] { return received == kNotes + 1; });
+        const QByteArray traced = blocked->read();
+        const bool isNonBlocking = BlockedOutput::isNonBlocking();
+        blocked.reset();
         std::cout.rdbuf(output.rdbuf());
         QVERIFY(allCame);
         QVERIFY2(traced.contains("Byte 0 = 153, Byte 1 = 36, Byte 2 = 100, stamp = "), traced);
         QVERIFY(!isNonBlocking);
-    }
-
-    void appearUnderTheirNames()
-    {
-        PeerSource source;
-        PeerSink sink;
-        QMidiIn in;
-        QMidiOut out;
-        in.openPort(PeerSource::port());
-        openByName(out, PeerSink::port());
-        QVERIFY(out.getPorts().contains("RtMidi Input Client:RtMidi Input"));
-        QVERIFY(in.getPorts().contains("RtMidi Output Client:RtMidi Output"));
-        in.closePort();
-        out.closePort();
-        QVERIFY(out.getPorts().filter("RtMidi Input Client").isEmpty());
-        QVERIFY(in.getPorts().filter("RtMidi Output Client").isEmpty());
     }
 
     void sendsWhatItIsGivenWhileOpenOnly()

@@ -5,12 +5,32 @@
 #include <QDeadlineTimer>
 #include <QDir>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #ifdef Q_OS_LINUX
 #include <sys/prctl.h>
 #endif
+#include <sys/socket.h>
+#include <sys/un.h>
 #include <unistd.h>
+
+namespace {
+
+// Before it listens, a server refuses clients, though its socket is there already.
+bool listens(const QByteArray& socketPath)
+{
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    std::copy(socketPath.begin(), socketPath.end(), address.sun_path);
+    const int probe = socket(AF_UNIX, SOCK_STREAM, 0);
+    const bool isAnswered =
+        connect(probe, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0;
+    close(probe);
+    return isAnswered;
+}
+
+} // namespace
 
 void failIfServersAreNeeded(const QString& whyThereIsNone)
 {
@@ -105,12 +125,10 @@ bool JackServer::restart()
 
 bool JackServer::startNamed()
 {
-    // The server opens its socket for clients when it is ready; a killed one leaves it behind.
     const QString socket = QStringLiteral("/dev/shm/jack_%1_%2_0").arg(name).arg(getuid());
-    QFile::remove(socket);
     const QString options = QStringLiteral("-n %1 -r -S -t 200 -d dummy -r 48000 -p 256").arg(name);
     return start(QStringLiteral("jackd"), options.split(QLatin1Char(' ')),
-                 [&] { return QFile::exists(socket); });
+                 [&] { return listens(socket.toLocal8Bit()); });
 }
 
 XServer::XServer(const QString& screen)
