@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "mainwindow.h"
 #include "quitsignals.h"
+#include "writeatonce.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -11,6 +12,7 @@ int main(int argc, char* argv[])
 {
     // A display or MIDI server that goes away while it is written to must not end the show.
     std::signal(SIGPIPE, SIG_IGN);
+    qInstallMessageHandler(writeMessageAtOnce); // Nor must a paused terminal.
 
     if (!qEnvironmentVariableIsSet("QT_XCB_GL_INTEGRATION")) {
         // Nothing is drawn with OpenGL; loading it would double start-up time and memory.

@@ -25,6 +25,8 @@ public:
 
     // The ports are children of `parent`. The preferences are read whenever ports are opened.
     MidiPorts(const EditData& preferences, QObject* parent);
+    MidiPorts(const MidiPorts&) = delete;
+    MidiPorts& operator=(const MidiPorts&) = delete;
 
     // Opens each port whose name is not empty, whatever becomes of the others. A name that no
     // present port has opens nothing and is no problem.

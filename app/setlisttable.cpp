@@ -113,8 +113,8 @@ void SetListTable::redraw(int row, const EditDataSet& entry, SEND_STATE state)
 SetListTable::Typing SetListTable::suspendTyping(QLineEdit& editor)
 {
     QGuiApplication::inputMethod()->commit();
-    const Typing typing{editor.text(), editor.cursorPosition(), editor.selectionStart(),
-                        editor.selectionLength()};
+    Typing typing{editor.text(), editor.cursorPosition(), editor.selectionStart(),
+                  editor.selectionLength()};
     closeEditor(&editor, QAbstractItemDelegate::NoHint);
     return typing;
 }

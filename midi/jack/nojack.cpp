@@ -26,6 +26,7 @@ bool JackLink::closePort(RtMidi& backEnd)
     return true;
 }
 
-void JackLink::destroy(std::shared_ptr<RtMidi>)
+void JackLink::destroy(
+    std::shared_ptr<RtMidi>) // NOLINT(performance-unnecessary-value-param): as over JACK
 {
 }

@@ -14,23 +14,24 @@
 #include <termios.h>
 #include <unistd.h>
 
-// Takes the place of standard output and standard error, which take nothing until resume().
+// Takes the place of standard output and standard error, which take nothing until resume(), but for
+// an empty pipe.
 // Nothing may be reported to QTest meanwhile.
 class BlockedOutput
 {
 public:
-    enum Kind { FullPipe, PausedTerminal, FullTerminal };
+    enum Kind { EmptyPipe, FullPipe, PausedTerminal, FullTerminal };
 
     explicit BlockedOutput(Kind kind)
     {
         std::array<int, 2> ends{};
-        (void)(kind == FullPipe ? pipe(ends.data())
+        (void)(kind <= FullPipe ? pipe(ends.data())
                                 : openpty(&ends[0], &ends[1], nullptr, nullptr, nullptr));
         readEnd = ends[0];
         fcntl(readEnd, F_SETFL, O_NONBLOCK);
         if (kind == PausedTerminal) {
             tcflow(ends[1], TCOOFF); // As by Ctrl+S.
-        } else {
+        } else if (kind != EmptyPipe) {
             const int flags = fcntl(ends[1], F_GETFL);
             fcntl(ends[1], F_SETFL, flags | O_NONBLOCK);
             while (write(ends[1], "x", 1) == 1) {
