@@ -39,6 +39,9 @@ template <class Act>
 bool whenQuiet(const Act& unregister)
 {
     const std::shared_ptr<JackMonitor> monitor = sharedMonitor().lock();
+    if (monitor && !monitor->hasAnswered()) {
+        return false;
+    }
     const bool isWatched = monitor && monitor->isConnected();
     if (isWatched && !monitor->awaitQuietGraph()) {
         return false;
@@ -84,7 +87,7 @@ void JackLink::portOpened()
 
 bool JackLink::canSend(std::size_t bytes)
 {
-    if (!monitor || !monitor->isConnected()) {
+    if (!monitor || (monitor->hasAnswered() && !monitor->isConnected())) {
         return true;
     }
     const bool wasDropping = isDropping;

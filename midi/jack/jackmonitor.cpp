@@ -55,12 +55,13 @@ void JackMonitor::connect()
     }
 }
 
-bool JackMonitor::isConnected()
+bool JackMonitor::hasAnswered()
 {
-    if (connecting.valid()) {
+    if (connecting.valid() &&
+        connecting.wait_until(madeAt + kStalled) == std::future_status::ready) {
         connecting.get();
     }
-    return client;
+    return !connecting.valid();
 }
 
 void JackMonitor::cycleBegins()
@@ -76,7 +77,8 @@ JackMonitor::Clock::duration JackMonitor::sinceLastCycle() const
 
 bool JackMonitor::isStalled()
 {
-    return sinceLastCycle() >= kLongestCycle && isConnected() && !awaitCycles(1) && !shutDown;
+    return !hasAnswered() ||
+           (sinceLastCycle() >= kLongestCycle && client && !awaitCycles(1) && !shutDown);
 }
 
 bool JackMonitor::awaitCycles(std::uint32_t count) const

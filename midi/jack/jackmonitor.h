@@ -26,9 +26,11 @@ public:
     JackMonitor(const JackMonitor&) = delete;
     JackMonitor& operator=(const JackMonitor&) = delete;
 
-    // Waits until it is connected. False if the server takes no further client: then nothing is
-    // known of it.
-    [[nodiscard]] bool isConnected();
+    // Waits until the server has taken the client or refused it. False if it is stalled.
+    [[nodiscard]] bool hasAnswered();
+    // Waits for that answer. False if the server takes no further client: then nothing is known of
+    // it.
+    [[nodiscard]] bool isConnected() { return hasAnswered() && client; }
     // True once the server has ended; stays true.
     [[nodiscard]] bool hasShutDown() const { return shutDown; }
     // Waits until that is certain.
@@ -56,5 +58,6 @@ private:
     std::atomic<std::uint32_t> changedAt{0};
     std::atomic<Clock::rep> lastCycle{Clock::now().time_since_epoch().count()};
     _jack_client* client = nullptr; // Null if it could not be activated. Valid after `connecting`.
-    std::future<void> connecting;
+    const Clock::time_point madeAt = Clock::now();
+    std::future<void> connecting; // Waits for good while the server is stalled.
 };

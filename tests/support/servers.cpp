@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdio>
+#include <sys/wait.h>
 #ifdef Q_OS_LINUX
 #include <sys/prctl.h>
 #endif
@@ -90,8 +91,14 @@ void Server::kill()
 
 void Server::suspend(bool stopped)
 {
-    if (isRunning()) {
-        ::kill(static_cast<pid_t>(process.processId()), stopped ? SIGSTOP : SIGCONT);
+    if (!isRunning()) {
+        return;
+    }
+    const auto pid = static_cast<pid_t>(process.processId());
+    ::kill(pid, stopped ? SIGSTOP : SIGCONT);
+    if (stopped) { // On a busy machine its threads run on for a moment.
+        siginfo_t info;
+        waitid(P_PID, static_cast<id_t>(pid), &info, WSTOPPED | WNOWAIT);
     }
 }
 
