@@ -133,10 +133,17 @@ class KeySendDisplayTest : public TestCase
         const auto becomes = [&windows](xcb_window_t window) {
             return QTest::qWaitFor([&] { return windows.keyWindow(getpid()) == window; });
         };
+        // Openbox ignores one of some ten requests to map a window while it starts.
+        const auto isMapped = [&](const OwnWindow& own) {
+            return QTest::qWaitFor([&] {
+                xcb_map_window(x11.xcb(), own.window);
+                return windows.keyWindow(getpid()) == own.window;
+            });
+        };
         auto first = std::make_unique<OwnWindow>();
-        QVERIFY(becomes(first->window)); // A window manager may take two at once in any order.
+        QVERIFY(isMapped(*first));
         auto second = std::make_unique<OwnWindow>();
-        QVERIFY(becomes(second->window));
+        QVERIFY(isMapped(*second));
         xcb_set_input_focus(x11.xcb(), XCB_INPUT_FOCUS_PARENT, second->window, XCB_CURRENT_TIME);
         const std::uint32_t below = XCB_STACK_MODE_BELOW;
         xcb_configure_window(x11.xcb(), second->window, XCB_CONFIG_WINDOW_STACK_MODE, &below);
