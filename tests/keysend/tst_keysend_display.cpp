@@ -14,6 +14,8 @@
 
 namespace {
 
+constexpr int kWaitMs = 20000; // For a busy machine.
+
 const QString kDaw = "Pro Tools";
 
 // A stand-in application, its window active when it is constructed; killed with the object.
@@ -38,7 +40,7 @@ struct Receiver : QProcess
             text += readAllStandardOutput();
             return text.count('\n') >= lines;
         };
-        return QTest::qWaitFor(areThere, 20000) ? text : text + "late";
+        return QTest::qWaitFor(areThere, kWaitMs) ? text : text + "late";
     }
 
     QByteArray text;
@@ -131,14 +133,16 @@ class KeySendDisplayTest : public TestCase
         X11Connection x11;
         X11Windows windows(x11);
         const auto becomes = [&windows](xcb_window_t window) {
-            return QTest::qWaitFor([&] { return windows.keyWindow(getpid()) == window; });
+            return QTest::qWaitFor([&] { return windows.keyWindow(getpid()) == window; }, kWaitMs);
         };
         // Openbox ignores one of some ten requests to map a window while it starts.
         const auto isMapped = [&](const OwnWindow& own) {
-            return QTest::qWaitFor([&] {
-                xcb_map_window(x11.xcb(), own.window);
-                return windows.keyWindow(getpid()) == own.window;
-            });
+            return QTest::qWaitFor(
+                [&] {
+                    xcb_map_window(x11.xcb(), own.window);
+                    return windows.keyWindow(getpid()) == own.window;
+                },
+                kWaitMs);
         };
         auto first = std::make_unique<OwnWindow>();
         QVERIFY(isMapped(*first));
@@ -338,7 +342,7 @@ private slots:
         QVERIFY(waited.elapsed() < kMaxMs);
         QCOMPARE(find(kDaw), -1);
         server->suspend(false);
-        QTRY_COMPARE(find(kDaw), pos);
+        QTRY_COMPARE_WITH_TIMEOUT(find(kDaw), pos, kWaitMs);
         press(pos, 0x30);
         QCOMPARE(daw.reports(), "active\n" + pressed(0xff09));
 
@@ -350,7 +354,7 @@ private slots:
         }
         startServer();
         Receiver restarted;
-        QTRY_VERIFY(find(kDaw) != -1);
+        QTRY_VERIFY_WITH_TIMEOUT(find(kDaw) != -1, kWaitMs);
         press(find(kDaw), 0x31);
         QCOMPARE(restarted.reports(), "active\n" + pressed(' '));
     }
