@@ -204,6 +204,7 @@ private slots:
         QTEST(velt.rowMarks(), "looks");
         QTEST(velt.shows->currentText(), "show");
         QCOMPARE(velt.isRunning(), !velt.rowMarks().isEmpty());
+        QVERIFY(!velt.isRunning() || velt.selectedRow() == std::max(0, deadRow - 1)); // As moved.
         QVERIFY(velt.isFocusOnTable());
     }
 };

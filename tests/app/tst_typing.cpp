@@ -44,6 +44,10 @@ private slots:
         QTest::newRow("key button") << click("Key Space") << kRow << kFirstSent;
         QTest::newRow("Reset") << click("Reset") << kRow
                                << QStringList{"sent", "space", "plain", "plain"};
+        QTest::newRow("Reset, nothing is selected") << Act([](const WindowDriver& velt) {
+            velt.openEditor()->del();
+            velt.press("Reset");
+        }) << kRow << QStringList{"sent", "space", "plain", "plain"};
         QTest::newRow("Song UP") << note(28, "LOCATE") << kRow - 1 << kFirstSent;
         QTest::newRow("Song DOWN") << note(29, "LOCATE") << kRow + 1 << kFirstSent;
         QTest::newRow("AutoLocate of the row")
@@ -86,7 +90,7 @@ private slots:
         const WindowDriver velt;
         velt.press("LOCATE");
         QLineEdit* editor = velt.edit(kRow, kCue);
-        QTest::keyClicks(editor, "wait for Mara");
+        QTest::keyClicks(editor, "wait for Mara!");
         editor->setSelection(13, -4); // "Mara", from its end
         const QByteArray file = setListFile();
         Recording::takeEvents();
@@ -100,7 +104,7 @@ private slots:
         QCOMPARE(setListFile(), file);
 
         QTest::keyClicks(velt.openEditor(), "Jo 0"); // In place of what is selected.
-        QCOMPARE(velt.openEditor()->text(), QString("wait for Jo 0"));
+        QCOMPARE(velt.openEditor()->text(), QString("wait for Jo 0!"));
         QTest::keyClick(velt.openEditor(), Qt::Key_Escape);
         QVERIFY(!velt.openEditor());
         QCOMPARE(velt.table->item(kRow, kCue)->text(), QString());

@@ -30,6 +30,7 @@ private slots:
         EditData data;
         data.readEdit(fileWith(content));
         QCOMPARE(titles(data.ShowList.at(1)), QStringLiteral("One [MC]"));
+        QCOMPARE(data.SongList.at(0).Bar, 3);
         const QString path = freshPath();
         data.writeEdit(path);
         QCOMPARE(bytes(path), content);

@@ -177,7 +177,7 @@ private slots:
         const QString path = fileWith("[General]\nMode=1\n");
         const QString link = freshPath();
         QVERIFY(QFile::link(path, link));
-        QCOMPARE(chmod(qPrintable(path), 0600), 0);
+        QCOMPARE(chmod(qPrintable(path), 0640), 0);
         QVERIFY(setValue(link, QStringLiteral("Mode"), 2));
         QCOMPARE(QFileInfo(link).symLinkTarget(), path);
         QCOMPARE(valueOf(path, QStringLiteral("Mode")), 2);
@@ -185,7 +185,23 @@ private slots:
         {
         };
         QCOMPARE(stat(qPrintable(path), &status), 0);
-        QCOMPARE(status.st_mode & 0777U, 0600U);
+        QCOMPARE(status.st_mode & 0777U, 0640U);
+    }
+
+    void writeProtectedFileStays()
+    {
+        const QString path = fileWith("[General]\nMode=1\n");
+        constexpr uid_t kNobody = 65534; // In place of root, who can write to every file.
+        const bool isRoot = chown(qPrintable(dir.path()), kNobody, 0) == 0;
+        QCOMPARE(chown(qPrintable(path), isRoot ? kNobody : getuid(), getgid()), 0);
+        for (const mode_t mode : {0400U, 0600U}) {
+            QCOMPARE(chmod(qPrintable(path), mode), 0);
+            const pid_t user = start([&] {
+                return (!isRoot || setuid(kNobody) == 0) &&
+                       setValue(path, QStringLiteral("Mode"), 2);
+            });
+            QCOMPARE(endedWell(user), mode == 0600U);
+        }
     }
 
     void processesDoNotUndoEachOthersSaves()

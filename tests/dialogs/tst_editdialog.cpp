@@ -96,6 +96,8 @@ private slots:
         const EditDataSong& song = editor.data.SongList[1];
         QCOMPARE(editor.songs->item(1, 2)->text(), QString::number(song.Marker));
         QCOMPARE(editor.songs->item(1, 3)->text(), QString::number(song.Bar));
+        editor.type(editor.songs, 0, 0, QString(60, 'W')); // Can be read by scrolling.
+        QTRY_VERIFY(editor.offered->horizontalScrollBar()->maximum() > 100);
     }
 
     // Bar and marker reach the DAW as keys: nothing but digits may.
@@ -246,9 +248,10 @@ private slots:
 
         // What has no title is removed by writing; the rows follow.
         editor.type(editor.shows, 0, 0, {});
-        editor.type(editor.songs, 0, 0, {});
-        chooseFile(editor, "pushSaveAs", folder.filePath("untitled.ini"));
+        chooseFile(editor, "pushSaveAs", folder.filePath("show.ini"));
         QCOMPARE(letters(editor.shows), QString("23"));
+        editor.type(editor.songs, 0, 0, {});
+        chooseFile(editor, "pushSaveAs", folder.filePath("song.ini"));
         QCOMPARE(letters(editor.songs), QString("BCDEF"));
         editor.type(editor.set, 1, 1, "last");
 
@@ -262,7 +265,7 @@ private slots:
         }
         QCOMPARE(letters(editor.shows), QString("123"));
         chooseFile(editor, "pushOpen", {});      // Unchanged: no question.
-        QCOMPARE(editor.window.calls.size(), 2); // Once for each file saved.
+        QCOMPARE(editor.window.calls.size(), 3); // Once for each file saved.
         QVERIFY(!QFile::exists(setListFilePath()));
     }
 };

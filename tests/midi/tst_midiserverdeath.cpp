@@ -121,6 +121,7 @@ private slots:
         QTest::qWait(600);
         expectWarning("JACK server does not answer");
         out.sendRawMessage(kMmcStop);
+        QVERIFY_EXCEPTION_THROWN(unopened.openVirtualPort("x"), RtMidiError);
         QVERIFY(isBounded([&] { in.closePort(); }));
         QVERIFY(isBounded([&] { out.closePort(); }));
         QVERIFY(!in.isPortOpen() && !out.isPortOpen());
