@@ -51,6 +51,14 @@ private slots:
         }
     }
 
+    void aServerThatStallsAtOnceHoldsNothingUp()
+    {
+        QMidiIn in;
+        in.openVirtualPort("in");
+        server->suspend(true);
+        QVERIFY(isBounded([&] { in.closePort(); }));
+    }
+
     void theProgramsPortsComeBack()
     {
         EditData names;
