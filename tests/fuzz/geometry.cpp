@@ -8,7 +8,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size)
 {
     constexpr int kMostPixels = 16'777'215; // QWIDGETSIZE_MAX
     const InputFile file(bytes, size);
-    const DisplayStatus status = readDisplayStatus(file.path());
+    const DisplayStatus status = readDisplayStatus(InputFile::path());
     const QRect window = status.window;
     const QRect editor = status.editor;
     for (const int pixels : {window.x(), window.y(), window.width(), window.height(), editor.x(),
@@ -18,6 +18,6 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size)
     }
     check(window.width() != 0 && window.height() != 0 && status.columnWidth != 0,
           "a size that is missing is the default");
-    file.checkSaving(readDisplayStatus, writeDisplayStatus);
+    InputFile::checkSaving(readDisplayStatus, writeDisplayStatus);
     return 0;
 }

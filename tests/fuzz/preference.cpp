@@ -41,18 +41,18 @@ void checkIsHarmless(const QVariant& value)
 int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size)
 {
     const InputFile file(bytes, size);
-    readSettingsFile(file.path(), [](const QSettings& settings) {
+    readSettingsFile(InputFile::path(), [](const QSettings& settings) {
         for (const QString& key : settings.allKeys()) {
             checkIsHarmless(settings.value(key));
         }
     });
-    const EditData data = read(file.path());
+    const EditData data = read(InputFile::path());
     check(data.DeviceIdValue == parseDeviceId(data.DeviceId).value_or(0),
           "the device ID is that of its text");
     for (const QColor& color : {data.SendTextColor, data.NextTextColor}) {
         check(color.name(QColor::HexArgb).size() == 9, "a colour can be shown");
     }
-    file.checkSaving(read,
-                     [](const QString& path, EditData& saved) { saved.writePreference(path); });
+    InputFile::checkSaving(
+        read, [](const QString& path, EditData& saved) { saved.writePreference(path); });
     return 0;
 }

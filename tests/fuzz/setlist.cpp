@@ -45,12 +45,13 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size)
         return 0;
     }
     const InputFile file(bytes, size);
-    const EditData data = read(file.path());
+    const EditData data = read(InputFile::path());
     for (const EditDataShow& show : data.ShowList) {
         for (const EditDataSet& entry : show.SetList) {
             check(fits(entry, data.SongList), "entries and songs fit together");
         }
     }
-    file.checkSaving(read, [](const QString& path, EditData& saved) { saved.writeEdit(path); });
+    InputFile::checkSaving(read,
+                           [](const QString& path, EditData& saved) { saved.writeEdit(path); });
     return 0;
 }

@@ -26,7 +26,7 @@ public:
     {
         std::array<int, 2> ends{};
         (void)(kind <= FullPipe ? pipe(ends.data())
-                                : openpty(&ends[0], &ends[1], nullptr, nullptr, nullptr));
+                                : openpty(ends.data(), &ends[1], nullptr, nullptr, nullptr));
         readEnd = ends[0];
         fcntl(readEnd, F_SETFL, O_NONBLOCK);
         if (kind == PausedTerminal) {
