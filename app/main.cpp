@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "displayscale.h"
 #include "mainwindow.h"
 #include "quitsignals.h"
 #include "writeatonce.h"
@@ -20,8 +21,7 @@ int main(int argc, char* argv[])
     }
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
-    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
-        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    useRealDisplayScale();
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("VELT"));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/img/img/VELT_Logo_512.ico")));

@@ -77,8 +77,8 @@ JackMonitor::Clock::duration JackMonitor::sinceLastCycle() const
 
 bool JackMonitor::isStalled()
 {
-    return !hasAnswered() ||
-           (sinceLastCycle() >= kLongestCycle && client && !awaitCycles(1) && !shutDown);
+    return sinceLastCycle() >= kLongestCycle &&
+           (!hasAnswered() || (client && !awaitCycles(1) && !shutDown));
 }
 
 bool JackMonitor::awaitCycles(std::uint32_t count) const
