@@ -18,13 +18,27 @@ constexpr int kRowHeight = 10; // Asked for; the style keeps rows as high as the
 const QColor kSelectionBackground{0xB4, 0xEF, 0xEF};
 const QColor kSpaceBackground{0xCD, 0xCD, 0xCD};
 
-// What a title item knows of its entry.
-constexpr int kKindRole = Qt::UserRole;
-constexpr int kSongIdRole = Qt::UserRole + 1;
-
 QString titleOf(const EditDataSet& entry)
 {
     return entry.SetType == kSetTypeSpace ? entry.SpaceName : entry.Song.SongTitle;
+}
+
+// The title item of a set-list row, which knows the entry that it was made for.
+class TitleItem : public QTableWidgetItem
+{
+public:
+    explicit TitleItem(const EditDataSet& entry)
+        : QTableWidgetItem(titleOf(entry)), kind(entry.SetType), songId(entry.Song.Id)
+    {
+    }
+
+    std::int32_t kind;
+    std::int32_t songId;
+};
+
+const TitleItem* titleItem(const QTableWidget* table, int row)
+{
+    return dynamic_cast<const TitleItem*>(table->item(row, kTitleColumn));
 }
 
 // The desktop's style, without the gradients that some draw over the colours of cells and headers.
@@ -108,13 +122,11 @@ void insertRow(QTableWidget* table, int row, std::initializer_list<QTableWidgetI
 void insertEntry(QTableWidget* table, int row, const EditDataSet& entry)
 {
     const bool isSpace = entry.SetType == kSetTypeSpace;
-    auto* title = new QTableWidgetItem(titleOf(entry));
+    auto* title = new TitleItem(entry);
     auto* cue = new QTableWidgetItem(entry.Cue);
-    title->setData(kKindRole, entry.SetType);
-    title->setData(kSongIdRole, entry.Song.Id);
     if (isSpace) {
         title->setTextAlignment(Qt::AlignHCenter | Qt::AlignVCenter);
-        for (QTableWidgetItem* item : {title, cue}) {
+        for (QTableWidgetItem* item : {static_cast<QTableWidgetItem*>(title), cue}) {
             item->setBackground(kSpaceBackground);
             item->setForeground(kSelectedText);
         }
@@ -126,20 +138,20 @@ void insertEntry(QTableWidget* table, int row, const EditDataSet& entry)
 
 bool isEntryOf(const QTableWidget* table, int row, const EditDataSet& entry)
 {
-    const QTableWidgetItem* title = table->item(row, kTitleColumn);
-    if (!title || title->data(kKindRole) != entry.SetType) {
+    const TitleItem* title = titleItem(table, row);
+    if (!title || title->kind != entry.SetType) {
         return false;
     }
     return entry.SetType == kSetTypeSpace ? title->text() == entry.SpaceName
-                                          : title->data(kSongIdRole) == entry.Song.Id;
+                                          : title->songId == entry.Song.Id;
 }
 
 bool showsEntry(const QTableWidget* table, int row, const EditDataSet& entry)
 {
-    const QTableWidgetItem* title = table->item(row, kTitleColumn);
+    const TitleItem* title = titleItem(table, row);
     const QTableWidgetItem* cue = table->item(row, kCueColumn);
-    return title && cue && title->data(kKindRole) == entry.SetType &&
-           title->text() == titleOf(entry) && cue->text() == entry.Cue;
+    return title && cue && title->kind == entry.SetType && title->text() == titleOf(entry) &&
+           cue->text() == entry.Cue;
 }
 
 } // namespace TableLook
