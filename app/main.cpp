@@ -24,11 +24,12 @@ int main(int argc, char* argv[])
     useRealDisplayScale();
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("VELT"));
-    QApplication::setWindowIcon(QIcon(QStringLiteral(":/img/img/VELT_Logo_512.ico")));
 
     const QuitSignals quitSignals;
     MainWindow window(nullptr);
     QObject::connect(&quitSignals, &QuitSignals::quitRequested, &window, &MainWindow::quit);
     window.show();
+    // Decoded while the X server maps the window.
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/img/img/VELT_Logo_512.ico")));
     return QApplication::exec();
 }

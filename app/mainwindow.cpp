@@ -47,7 +47,7 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent)
 
 MainWindow::~MainWindow()
 {
-    writeGeometry({*this, *tableSetList, *editDialog});
+    writeGeometry(*this, *tableSetList, editor());
     midiPorts.close();
     hide(); // Whatever has the focus gives it up while all widgets that report it are still there.
     for (QWidget* widget : std::initializer_list<QWidget*>{
@@ -115,11 +115,7 @@ void MainWindow::readFiles()
 {
     editData.readEdit(setListFilePath());
     editData.readPreference(preferenceFilePath());
-
-    editDialog = new EditDialog(&editData, this);
-    readGeometry({*this, *tableSetList, *editDialog});
-    preferenceDialog = new PreferenceDialog(&editData, midiPorts.midiIn, midiPorts.shortcutMidiIn,
-                                            midiPorts.midiOut, this);
+    editorPlace = readGeometry(*this, *tableSetList);
 }
 
 void MainWindow::initialize()
@@ -134,7 +130,9 @@ void MainWindow::initialize()
 
 void MainWindow::quit()
 {
-    editDialog->saveChanges();
+    if (editDialog) {
+        editDialog->saveChanges();
+    }
     close();
     QCoreApplication::quit();
 }
@@ -152,10 +150,19 @@ void MainWindow::on_about()
     giveFocusToTable();
 }
 
+EditDialog& MainWindow::editor()
+{
+    if (!editDialog) {
+        editDialog = new EditDialog(&editData, this);
+        placeEditor(*editDialog, editorPlace);
+    }
+    return *editDialog;
+}
+
 void MainWindow::on_pushEdit_clicked()
 {
-    editDialog->setDispFromEdit();
-    editDialog->exec();
+    editor().setDispFromEdit();
+    editor().exec();
     shownRun->showChanges();
     giveFocusToTable();
 }
@@ -164,6 +171,10 @@ void MainWindow::on_pushPreference_clicked()
 {
     if (midiPorts.isSystemEmpty()) {
         midiPorts.reopen(); // So that the ports of a server that came back can be chosen.
+    }
+    if (!preferenceDialog) {
+        preferenceDialog = new PreferenceDialog(&editData, midiPorts.midiIn,
+                                                midiPorts.shortcutMidiIn, midiPorts.midiOut, this);
     }
     preferenceDialog->setDispFromEdit();
     preferenceDialog->exec();

@@ -84,11 +84,13 @@ private:
     void createLayout();
     void readFiles();
     void initialize();
+    EditDialog& editor();
 
     bool focusFlag = false; // The window itself holds the keyboard focus.
     SetListTable* tableSetList = nullptr;
-    bool inUpdate = false; // Guards show switching, double clicks and cell edits.
-    EditDialog* editDialog = nullptr;
+    bool inUpdate = false;            // Guards show switching, double clicks and cell edits.
+    EditDialog* editDialog = nullptr; // Built when first needed, as the preferences dialog.
+    QRect editorPlace;
     PreferenceDialog* preferenceDialog = nullptr;
     EditData editData;
     SendPanel* groupBoxSend = nullptr;

@@ -13,6 +13,8 @@
 
 namespace {
 
+constexpr QPoint kEditorOffset{30, -10}; // Of an editor without a stored place, from the window.
+
 // How far apart two intervals are, 0 where they meet.
 int gap(int first, int firstEnd, int second, int secondEnd)
 {
@@ -44,23 +46,28 @@ QRect onScreens(const QRect& stored)
 
 } // namespace
 
-void readGeometry(const PlacedWidgets& widgets)
+QRect readGeometry(QWidget& window, QTableWidget& table)
 {
     const DisplayStatus status = readDisplayStatus(displayStatusFilePath());
-    widgets.window.setGeometry(onScreens(status.window));
-    widgets.table.setColumnWidth(0, status.columnWidth);
-    if (status.editor.width() != 0) {
-        widgets.editor.setGeometry(onScreens(status.editor));
+    window.setGeometry(onScreens(status.window));
+    table.setColumnWidth(0, status.columnWidth);
+    return status.editor.width() != 0 ? onScreens(status.editor)
+                                      : QRect(window.pos() + kEditorOffset, QSize(0, 0));
+}
+
+void placeEditor(QWidget& editor, const QRect& place)
+{
+    if (place.width() != 0) {
+        editor.setGeometry(place);
     } else {
-        widgets.editor.move(widgets.window.x() + 30, widgets.window.y() - 10);
+        editor.move(place.topLeft());
     }
 }
 
-void writeGeometry(const PlacedWidgets& widgets)
+void writeGeometry(const QWidget& window, const QTableWidget& table, const QWidget& editor)
 {
-    writeDisplayStatus(
-        displayStatusFilePath(),
-        {widgets.window.geometry(), widgets.table.columnWidth(0), widgets.editor.geometry()});
+    writeDisplayStatus(displayStatusFilePath(),
+                       {window.geometry(), table.columnWidth(0), editor.geometry()});
 }
 
 QRect visiblePlace(const QRect& stored, const QVector<QRect>& screens, int titleHeight)

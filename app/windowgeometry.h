@@ -7,18 +7,12 @@
 class QTableWidget;
 class QWidget;
 
-// The widgets whose geometry survives a restart.
-struct PlacedWidgets
-{
-    QWidget& window;
-    QTableWidget& table; // The width of its first column.
-    QWidget& editor;
-};
-
-// Reads and writes the geometry file. An editor without a stored geometry keeps its size and is
-// placed beside the window.
-void readGeometry(const PlacedWidgets& widgets);
-void writeGeometry(const PlacedWidgets& widgets);
+// Places the window as the geometry file says, and sizes the table's first column. Returns the
+// place of the editor; without a size if none is stored: beside the window.
+QRect readGeometry(QWidget& window, QTableWidget& table);
+// An editor keeps its own size if `place` has none.
+void placeEditor(QWidget& editor, const QRect& place);
+void writeGeometry(const QWidget& window, const QTableWidget& table, const QWidget& editor);
 
 // Where a window with the stored geometry `stored` is put on a desktop of these screens, all in
 // pixels of the desktop. A window of which some part is visible stays. One that is on no screen, as
