@@ -16,8 +16,6 @@
 
 #include <RtMidi.h>
 
-#include <algorithm>
-
 namespace {
 
 // Where the dialog opens, from the operator window's top left corner, in pixels.
@@ -28,12 +26,16 @@ void fillPorts(QComboBox* combo, Port* port, const QString& stored, const QStrin
 {
     combo->clear();
     combo->addItems(first);
+    int index = -1;
     try {
-        combo->addItems(port ? port->getPorts() : QStringList());
+        if (port) {
+            combo->addItems(port->getPorts());
+            index = port->indexOf(stored);
+        }
     } catch (const RtMidiError&) {
         // No MIDI system, no ports: opening them after OK tells the operator.
     }
-    combo->setCurrentIndex(std::max(0, combo->findText(stored)));
+    combo->setCurrentIndex(index == -1 ? 0 : first.size() + index);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "midiport.h"
 
 #include "midibackend.h"
+#include "portnames.h"
 
 #include <utility>
 
@@ -25,12 +26,30 @@ MidiPort::MidiPort(std::string ofClient, std::string ofPort)
 
 QStringList MidiPort::getPorts()
 {
-    return hasBackEnd() ? portNames(*backEnd.midi) : QStringList();
+    return hasBackEnd() ? shownPortNames(backEnd.api, portNames(*backEnd.midi)) : QStringList();
 }
 
 int MidiPort::indexOf(const QString& name)
 {
-    return portNames(requireBackEnd()).indexOf(name);
+    const QStringList names = portNames(requireBackEnd());
+    return indexOfPort(backEnd.api, names, name);
+}
+
+QString MidiPort::systemName()
+{
+    if (!hasBackEnd()) {
+        return {};
+    }
+    switch (backEnd.api) {
+    case RtMidi::LINUX_ALSA:
+        return QStringLiteral("ALSA");
+    case RtMidi::UNIX_JACK:
+        return QStringLiteral("JACK");
+    case RtMidi::MACOSX_CORE:
+        return QStringLiteral("CoreMIDI");
+    default:
+        return QString::fromStdString(RtMidi::getApiDisplayName(backEnd.api));
+    }
 }
 
 void MidiPort::openPort(unsigned int index)

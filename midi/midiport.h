@@ -26,10 +26,14 @@ public:
     MidiPort(const MidiPort&) = delete;
     MidiPort& operator=(const MidiPort&) = delete;
 
-    // The names of the ports that can be opened now.
+    // The names of the ports that can be opened now, see shownPortNames().
     [[nodiscard]] QStringList getPorts();
-    // The index of the first port of exactly this name, or -1. Throws where no back end can be had.
+    // The index of the port that a stored name stands for, or -1, see indexOfPort(). Throws where
+    // no back end can be had.
     [[nodiscard]] int indexOf(const QString& name);
+    // "ALSA", "JACK" or "CoreMIDI"; empty where no back end can be had. It is "JACK" also where no
+    // JACK server runs and no other MIDI system is there.
+    [[nodiscard]] QString systemName();
     void openPort(unsigned int index);
     void openVirtualPort(const QString& name);
     void closePort();

@@ -7,11 +7,11 @@
 
 #include <vector>
 
-// A MIDI system with two inputs and two outputs, "First" and "Second". Included by one test, whose
-// constructors of the library's classes take the place of the library's own. Main thread only.
+// ALSA with two inputs and two outputs, "First" and "Second". Included by one file of a test, whose
+// constructors of RtMidi's classes take the place of RtMidi's own. Main thread only.
 namespace FakeMidi {
 
-inline QStringList calls; // Such as "RtMidi Input Client opens First as RtMidi Input".
+inline QStringList calls; // Such as "RtMidi Input Client opens First 20:0 as RtMidi Input".
 inline std::vector<std::vector<unsigned char>> sent;
 inline const char* failing = ""; // "open" or "send": throws from now on.
 
@@ -32,9 +32,12 @@ public:
     {
     }
 
-    RtMidi::Api getCurrentApi() override { return RtMidi::RTMIDI_DUMMY; }
+    RtMidi::Api getCurrentApi() override { return RtMidi::LINUX_ALSA; }
     unsigned int getPortCount() override { return 2; }
-    std::string getPortName(unsigned int index) override { return index == 0 ? "First" : "Second"; }
+    std::string getPortName(unsigned int index) override
+    {
+        return index == 0 ? "First 20:0" : "Second 24:0";
+    }
     void openPort(unsigned int index, const std::string& name) override
     {
         failIf("open");

@@ -11,7 +11,7 @@ EditData dataWithPorts()
     EditData data = sampleData();
     data.MidiInPort = "Second";
     data.ShortcutMidiInPort = "First";
-    data.MidiOutPort = "Second";
+    data.MidiOutPort = "Second 131:0"; // Numbers of another day.
     return data;
 }
 
@@ -43,9 +43,9 @@ private slots:
         {
             WindowDriver velt(dataWithPorts());
             QCOMPARE(FakeMidi::calls,
-                     (QStringList{"RtMidi Input Client opens Second as RtMidi Input",
-                                  "RtMidi Input Client opens First as RtMidi Input",
-                                  "RtMidi Output Client opens Second as RtMidi Output"}));
+                     (QStringList{"RtMidi Input Client opens Second 24:0 as RtMidi Input",
+                                  "RtMidi Input Client opens First 20:0 as RtMidi Input",
+                                  "RtMidi Output Client opens Second 24:0 as RtMidi Output"}));
             FakeMidi::calls.clear();
             velt.window.midiReconnect();
             QCOMPARE(FakeMidi::calls.filter("closes"), closing);

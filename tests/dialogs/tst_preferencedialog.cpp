@@ -233,7 +233,7 @@ private slots:
             chooseColor("pushNextColor", 0x0000BB, Qt::red)(desk);
             QTest::keyClick(&desk.dialog, Qt::Key_Escape);
         });
-        desk.data.MidiInPort = "Second";
+        desk.data.MidiInPort = "Second 130:0";  // Numbers of another day.
         desk.data.ShortcutMidiInPort = "FIRST"; // Letter case counts: not there.
         desk.data.MidiOutPort = "Gone";
         desk.open([&desk] { close({})(desk); }); // Nothing has changed but by the dialog.
