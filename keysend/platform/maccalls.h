@@ -47,6 +47,7 @@ enum CGEventFlags : std::uint64_t { kCGEventFlagMaskCommand = 0x100000 };
 CGEventRef CGEventCreateKeyboardEvent(CGEventSourceRef source, CGKeyCode key, bool isDown);
 void CGEventSetFlags(CGEventRef event, CGEventFlags flags);
 void CGEventPostToPSN(void* process, CGEventRef event);
+bool CGPreflightPostEventAccess();
 // NOLINTEND(bugprone-reserved-identifier,readability-identifier-naming,modernize-use-using)
 
 } // extern "C"

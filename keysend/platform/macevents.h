@@ -23,5 +23,11 @@
 
 #endif
 
-// Blocks the calling thread for at least so many microseconds. Every provider has it, on macOS too.
+// What every provider has beside these calls, on macOS too.
+
+// Blocks the calling thread for at least this many microseconds.
 void platformPause(unsigned int microseconds);
+
+// Whether the system delivers key events of this program to others: on macOS the user has to allow
+// it (Privacy & Security, Accessibility). Does not ask the user.
+bool mayPostEvents();
