@@ -28,7 +28,7 @@ public:
     MidiPorts(const MidiPorts&) = delete;
     MidiPorts& operator=(const MidiPorts&) = delete;
 
-    // Opens each port whose name is not empty, whatever becomes of the others. A name that no
+    // Opens each port whose name is not empty, also after another has failed. A name that no
     // present port has opens nothing and is no problem.
     Problems open();
     // Closes and opens all ports. Also finds a MIDI server that was started again.

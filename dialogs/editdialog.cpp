@@ -23,7 +23,7 @@ void place(QWidget* widget, int x, int y, int width, int height)
     widget->setGeometry(x, y, qMax(0, width), qMax(0, height));
 }
 
-// Asks for a file by one of the toolkit's functions for that; empty if the user cancels.
+// Asks for a file with one of QFileDialog's functions; empty if the user cancels.
 QString chooseFile(QWidget* parent, const QString& caption,
                    decltype(&QFileDialog::getOpenFileName) ask)
 {

@@ -79,7 +79,7 @@ private:
     void write(const QString& path);
 
     // These change widgets: they are called in changeWidgets() or edit().
-    // What disables the button that was pressed gives the focus to a table or list: the toolkit
+    // What disables the button that was pressed gives the focus to a table or list: Qt
     // would hand it on to the next button, such as from Delete to All Del.
     void fillShowTable();
     void setShowButtonsEnabled(bool enabled);

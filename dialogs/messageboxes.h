@@ -4,7 +4,7 @@
 #include <QMessageBox>
 
 // The program's modal message boxes. Each runs until it is answered and returns the answer; a box
-// that is closed or escaped answers as the toolkit decides (Cancel where there is one).
+// that is closed or escaped answers as Qt decides (Cancel where there is one).
 namespace MessageBoxes {
 
 // A question with OK and Cancel: true if the answer is OK. Questions have no title.

@@ -32,7 +32,7 @@ public:
     // other value is a key code already. With isCmd the event pair carries the Command modifier.
     void sendKeyEvent(int pos, unsigned char key, bool isCmd, bool isVirtualKey);
 
-    // Blocks the calling thread for so many microseconds, by the clock that all pauses between
+    // Blocks the calling thread for this many microseconds, by the clock that all pauses between
     // keys use.
     static void pause(unsigned int microseconds);
 

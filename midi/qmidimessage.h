@@ -21,7 +21,7 @@ enum QMidiStatus : std::uint32_t {
 
 // One MIDI message, as decoded fields and, once asked for, as raw bytes. Setters store what they
 // are given unchecked and return the message, so that calls can be chained. Not thread-safe; an
-// input port makes a message on the library's thread and hands it over to the main thread.
+// input port makes a message on RtMidi's thread and hands it over to the main thread.
 class QMidiMessage : public QObject
 {
     Q_OBJECT
@@ -58,7 +58,7 @@ public:
     // The message as MIDI 1.0 bytes. Built from the fields at the first call and kept, so that
     // later field changes have no effect until clear() or setRawMessage(). Empty for statuses
     // without an encoding (pressure, pitch bend, unknown) and for empty System Exclusive data. A
-    // missing 0xF7 is added behind System Exclusive data.
+    // missing 0xF7 is added at the end of System Exclusive data.
     std::vector<unsigned char> getRawMessage();
 
 private:

@@ -11,10 +11,10 @@
 
 // The MIDI ports of the stand-in workstation and its foot switch, all virtual: one input that takes
 // MMC, one output for the workstation's notes, one for the foot switch. Their names are the same
-// every run, because each port has a client of its own (two clients of one name would be numbered
+// every run, because each port has its own client (two clients of one name would be numbered
 // by the MIDI server).
 //
-// Main thread only. RtMidi delivers input on a thread of its own; there each message gets its time
+// Main thread only. RtMidi delivers input on its own thread; there each message gets its time
 // and waits in the inbox until the main thread takes it.
 class MidiPorts : public QObject
 {

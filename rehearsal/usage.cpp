@@ -26,7 +26,7 @@ song there, takes MMC, and has a foot switch and end-of-song notes to press.
 
 With --practise it starts VELT beside it, on settings that hold a sample show and name its ports.
 They lie apart from the user's own, in velt-rehearsal in the configuration folder, and keep what is
-edited; delete that folder to begin anew. Closing VELT ends the rehearsal.
+edited; delete that folder to start again. Closing VELT ends the rehearsal.
 
 MIDI ports, as they appear to other programs (ALSA appends numbers):
   Rehearsal MMC:commands         takes MMC Play and Stop, for any device ID

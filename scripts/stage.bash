@@ -80,7 +80,7 @@ declare -A places=(
     [to set list]='680 320' [space]='765 54' [first title of set list]='760 99'
     [first cue of set list]='980 99' [OK of editor]='70 640'
 )
-# press_at NAME [ROW [HEIGHT]]: clicks there, or so many rows of a table below.
+# press_at NAME [ROW [HEIGHT]]: clicks there, or this many rows of a table below.
 press_at() {
     local x y
     read -r x y <<<"${places[$1]:?}"

@@ -20,8 +20,8 @@ public:
         std::uint16_t state; // Bits of Shift and of the modifier that Num_Lock is on.
     };
 
-    // As GetKeyboardMapping and GetModifierMapping give them: so many keysyms for each keycode from
-    // `firstKeycode` on, and the keycodes of the eight modifiers in rows of equal length.
+    // As GetKeyboardMapping and GetModifierMapping give them: this many keysyms for each keycode
+    // from `firstKeycode` on, and the keycodes of the eight modifiers in rows of equal length.
     X11KeyMap(xcb_keycode_t firstKeycode, std::size_t keysymsPerKeycode,
               std::vector<xcb_keysym_t> keysyms, const std::vector<xcb_keycode_t>& modifierRows);
 

@@ -40,6 +40,6 @@ private:
 
     std::shared_ptr<JackMonitor> monitor; // The one of the process, from the first opening on.
     bool isDropping = false;
-    std::size_t unsentBytes = 0; // At most so many are in the ring buffer,
-    std::uint32_t sentAt = 0;    // which two cycles after this one is empty.
+    std::size_t unsentBytes = 0; // The most that can be in the ring buffer...
+    std::uint32_t sentAt = 0;    // ...which is empty two cycles after this one.
 };

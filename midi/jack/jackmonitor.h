@@ -15,7 +15,7 @@ struct _jack_client; // NOLINT(bugprone-reserved-identifier): the name in JACK's
 // A server is stalled if it is there but has run no process cycle for 2 s. One in synchronous mode
 // pauses that long for each client that was killed.
 //
-// Main thread only. Connects on a thread of its own, since that takes 20 ms.
+// Main thread only. Connects on another thread, since that takes 20 ms.
 class JackMonitor
 {
 public:

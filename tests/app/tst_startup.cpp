@@ -35,7 +35,7 @@ QRect placeOfDialog(MainWindow& window, const char* button)
     return place;
 }
 
-// What a screen reader comes across.
+// The controls that a screen reader finds.
 void appendControls(const QAccessibleInterface* from, QVector<const QAccessibleInterface*>& found)
 {
     static const QVector<QAccessible::Role> roles{QAccessible::CheckBox,    QAccessible::ComboBox,

@@ -14,7 +14,7 @@ struct Target
 };
 
 // What one thing costs in the program, beside the least that it can cost. Measure both in turn, so
-// that what else the machine does falls on both, and several times: medians are compared.
+// that other load on the machine reaches both, and several times: medians are compared.
 class Comparison
 {
 public:

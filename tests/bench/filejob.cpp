@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// One reading or writing of a set-list file in a process of its own, as at the start of the
-// program: the settings class keeps what it has read, and the heap what it has grown to.
+// One reading or writing of a set-list file in its own process, as at the start of the
+// program: QSettings keeps what it has read, and the heap what it has grown to.
 //   velt-bench-file read|parse|write|set FILE ENTRIES
 // read and write are the program's; parse and set are the floor of each. Prints the ms it took.
 #include "shows.h"

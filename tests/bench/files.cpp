@@ -21,7 +21,7 @@ int repetitions(int entries)
     return 5 + 100000 / entries;
 }
 
-// A set-list file of so many entries, for the jobs of filejob.cpp. Each gets a copy.
+// A set-list file of this many entries, for the jobs of filejob.cpp. Each gets a copy.
 class SampleFile
 {
 public:

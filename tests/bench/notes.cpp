@@ -51,7 +51,7 @@ private:
     Clock::time_point played;
 };
 
-// The floor: the library's own thread.
+// The floor: RtMidi's own thread.
 class BareInput
 {
 public:

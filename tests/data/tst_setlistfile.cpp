@@ -58,7 +58,7 @@ private slots:
         row("NUL", QChar(0) + QStringLiteral("0"));
         row("no value", QStringLiteral("@Invalid()"));
         row("serialised values", QStringLiteral("@@Variant(\\0) =@Variant( ,@Variant("));
-        row("serialised behind blanks", QStringLiteral("  @Variant(x), @DateTime("));
+        row("serialised after blanks", QStringLiteral("  @Variant(x), @DateTime("));
         row("10,000 characters", QString(10'000, QChar(0x6b4c)));
     }
 

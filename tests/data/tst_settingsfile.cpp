@@ -34,7 +34,7 @@ private:
     rlimit before{};
 };
 
-// Runs `act` in a process of its own, which returns true if all went well.
+// Runs `act` in another process, which returns true if all went well.
 pid_t start(const std::function<bool()>& act)
 {
     const pid_t child = fork();

@@ -33,7 +33,7 @@ struct Receiver : QProcess
         kill();
         waitForFinished();
     }
-    // All that it has reported, once so many lines are there.
+    // All that it has reported, once this many lines are there.
     QByteArray reports(int lines = 3)
     {
         const auto areThere = [&] {
@@ -329,7 +329,7 @@ private slots:
         press(find(kDaw), 0x31);
         QCOMPARE(early.reports(), "active\n" + pressed(' '));
 
-        windowManager->kill(); // It leaves a list of windows behind.
+        windowManager->kill(); // Its list of windows stays.
         Receiver late("Late");
         press(find("Late"), 0x31);
         QCOMPARE(late.reports(), "active\n" + pressed(' '));

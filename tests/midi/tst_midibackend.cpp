@@ -12,8 +12,7 @@ struct FakePort
     RtMidi::Api api;
 };
 
-// These stand in for the library's own, which is linked as a shared library behind this program:
-// a machine on which no back end can be constructed.
+// Linked before RtMidi's own: as on a machine on which no back end can be constructed.
 RtMidiIn::RtMidiIn(RtMidi::Api, const std::string&, unsigned int)
 {
     throw RtMidiError("no MIDI here", RtMidiError::DRIVER_ERROR);

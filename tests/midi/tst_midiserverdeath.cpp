@@ -68,7 +68,7 @@ private slots:
         MidiPorts ports(names, &parent);
         int received = 0;
         connect(ports.midiIn, &QMidiIn::midiMessageReceived, this, [&] { ++received; });
-        // Thrice, since what an old connection leaves behind is felt at the one after.
+        // Thrice, since what an old connection leaves shows at the one after next.
         for (int life = 1; life <= 3; ++life) {
             auto source = std::make_unique<PeerSource>();
             auto sink = std::make_unique<PeerSink>();

@@ -90,7 +90,7 @@ private slots:
 
 private:
     std::unique_ptr<JackServer> jack;
-    // One for all: the toolkit warns if it asks about one that has just ended.
+    // One for all: Qt warns if it asks about one that has just ended.
     std::unique_ptr<WindowManager> windowManager;
 };
 

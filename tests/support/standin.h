@@ -5,7 +5,7 @@
 
 #include <QStringList>
 
-// The stand-in DAW, a process of its own on the display of this process, with MIDI ports if a MIDI
+// The stand-in DAW, a separate process on the display of this process, with MIDI ports if a MIDI
 // server is there. Its window is shown when the constructor returns.
 class StandIn : public Server
 {

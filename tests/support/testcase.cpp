@@ -19,7 +19,7 @@ QStringList warnings;
 QVector<QRegularExpression> announced;
 std::atomic<QtMessageHandler> previousHandler = nullptr;
 
-// The offscreen platform cannot raise windows or limit their size. Over X11 the toolkit asks about
+// The offscreen platform cannot raise windows or limit their size. Over X11 Qt asks about
 // windows and frames that have just been closed: an answer with an error comes later, if at all.
 bool isRemarkOfThePlatform(const QString& text)
 {

@@ -8,7 +8,7 @@
 #include <memory>
 
 // Base of every test class. Any Qt warning that a test function did not announce fails it. A class
-// with an init() or cleanup() of its own calls the base's from there.
+// with its own init() or cleanup() calls the base's from there.
 class TestCase : public QObject
 {
     Q_OBJECT
