@@ -30,7 +30,7 @@ QStringList MidiPort::getPorts()
 
 int MidiPort::indexOf(const QString& name)
 {
-    return portNames(requireBackEnd()).indexOf(name);
+    return static_cast<int>(portNames(requireBackEnd()).indexOf(name));
 }
 
 void MidiPort::openPort(unsigned int index)
