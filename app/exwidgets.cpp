@@ -3,6 +3,7 @@
 
 #include "tablelook.h"
 
+#include <QTimerEvent>
 #include <QWheelEvent>
 
 template <typename Base>
@@ -46,6 +47,27 @@ void ExPushButton::focusInEvent(QFocusEvent* event)
         return;
     }
     ExWidget::focusInEvent(event);
+}
+
+void ExPushButton::animateClick(int ms)
+{
+    if (isEnabled()) {
+        setDown(true);
+        repaint(); // The operator sees it before a slot takes its time.
+        animation.start(ms, this);
+    }
+}
+
+void ExPushButton::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() != animation.timerId()) {
+        ExWidget::timerEvent(event);
+        return;
+    }
+    animation.stop();
+    setDown(false);
+    repaint();
+    emit clicked();
 }
 
 void ExPushButton::keyReleaseEvent(QKeyEvent*)

@@ -19,8 +19,10 @@ int main(int argc, char* argv[])
         // Nothing is drawn with OpenGL; loading it would double start-up time and memory.
         qputenv("QT_XCB_GL_INTEGRATION", "none");
     }
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0) // Qt 6 always does.
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+#endif
     useRealDisplayScale();
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("VELT"));

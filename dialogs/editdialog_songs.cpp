@@ -65,7 +65,7 @@ void EditDialog::setSongListView()
     for (const EditDataSong& song : songListView) {
         titles.append(song.SongTitle);
         if (titles[longest].size() < song.SongTitle.size()) {
-            longest = titles.size() - 1;
+            longest = static_cast<int>(titles.size()) - 1;
         }
     }
     QListWidget* list = ui->listWidgetSong;

@@ -29,7 +29,7 @@ void QKeyEventSend::setProcNameList()
 
 int QKeyEventSend::getPosFromProcName(const QString& name) const
 {
-    return procNameList.indexOf(name);
+    return static_cast<int>(procNameList.indexOf(name));
 }
 
 void QKeyEventSend::sendKeyEvent(int pos, unsigned char key, bool isCmd, bool isVirtualKey)

@@ -36,11 +36,11 @@ QStringList shownPortNames(RtMidi::Api api, const QStringList& names)
 
 int indexOfPort(RtMidi::Api api, const QStringList& names, const QString& stored)
 {
-    const int exact = shownPortNames(api, names).indexOf(stored);
+    const auto exact = static_cast<int>(shownPortNames(api, names).indexOf(stored));
     if (exact != -1 || api != RtMidi::LINUX_ALSA) {
         return exact;
     }
     const QStringList bare = withoutNumbers(names);
-    const int duplicate = bare.indexOf(stored);
-    return duplicate != -1 ? duplicate : bare.indexOf(withoutNumbers(stored));
+    const auto duplicate = bare.indexOf(stored);
+    return static_cast<int>(duplicate != -1 ? duplicate : bare.indexOf(withoutNumbers(stored)));
 }

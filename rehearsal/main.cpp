@@ -30,8 +30,7 @@ void settleToolkit()
         // Other programs cannot type into native Wayland windows.
         setDefaultInEnvironment("QT_QPA_PLATFORM", "xcb");
     }
-    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
-    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    setDefaultInEnvironment("QT_ENABLE_HIGHDPI_SCALING", "1");
 }
 
 void practise(Practice& practice, RehearsalWindow& window, Daw daw)

@@ -84,7 +84,7 @@ void LineReader::readSome()
     } else {
         pending.append(chunk.data(), static_cast<int>(count));
     }
-    for (int end = pending.indexOf('\n'); end >= 0; end = pending.indexOf('\n')) {
+    for (auto end = pending.indexOf('\n'); end >= 0; end = pending.indexOf('\n')) {
         const QString line = QString::fromUtf8(pending.left(end)).trimmed();
         pending.remove(0, end + 1);
         if (!line.isEmpty()) {

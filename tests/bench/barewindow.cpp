@@ -111,8 +111,7 @@ bool open(RtMidi& port, const QString& name)
 int main(int argc, char** argv)
 {
     qputenv("QT_XCB_GL_INTEGRATION", "none"); // As the program does.
-    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
-    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    qputenv("QT_ENABLE_HIGHDPI_SCALING", "1");
     const QApplication application(argc, argv);
     QApplication::setApplicationName("VELT");
 

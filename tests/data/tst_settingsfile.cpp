@@ -217,7 +217,7 @@ private slots:
         const pid_t child = start([&] { return saveEach(QStringLiteral("A")); });
         QVERIFY(saveEach(QStringLiteral("B")));
         QVERIFY(endedWell(child));
-        int keys = 0;
+        qsizetype keys = 0;
         readSettingsFile(path, [&](const QSettings& file) { keys = file.allKeys().size(); });
         QCOMPARE(keys, 200);
     }

@@ -109,9 +109,11 @@ void turnWheelOverNotes(PreferenceDesk& desk)
     QVERIFY(!turn.isAccepted()); // What the box stands in may scroll.
 }
 
+using Buttons = QVector<QMessageBox::StandardButton>;
+
 // Closes the dialog, once for each answer to the question whether to save; without answers, there
 // must be no question.
-DeskAct close(const QVector<QMessageBox::StandardButton>& answers)
+DeskAct close(const Buttons& answers)
 {
     return [=](PreferenceDesk& desk) {
         ModalScript script;
@@ -216,9 +218,7 @@ private slots:
         };
         leave(click("pushOK"), true);
         leave(click("pushCancel"), false);
-        leave(close(isChange ? QVector{QMessageBox::Cancel, QMessageBox::No}
-                             : QVector<QMessageBox::StandardButton>()),
-              false);
+        leave(close(isChange ? Buttons{QMessageBox::Cancel, QMessageBox::No} : Buttons()), false);
         if (isChange) {
             leave(close({QMessageBox::NoButton, QMessageBox::Save}), true);
         }

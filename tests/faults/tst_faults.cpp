@@ -101,8 +101,9 @@ public:
     }
     int leftovers() const // Files beside it.
     {
-        const QDir dir(home.path());
-        return dir.entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).size() - 1;
+        const QDir dir(home.path(), {}, QDir::NoSort,
+                       QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+        return static_cast<int>(dir.count()) - 1;
     }
 
 private:

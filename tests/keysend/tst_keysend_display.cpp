@@ -34,7 +34,7 @@ struct Receiver : QProcess
         waitForFinished();
     }
     // All that it has reported, once this many lines are there.
-    QByteArray reports(int lines = 3)
+    QByteArray reports(qsizetype lines = 3)
     {
         const auto areThere = [&] {
             text += readAllStandardOutput();

@@ -108,7 +108,7 @@ void TestInstallation::versionIsTheSameEverywhere()
     QFETCH(QString, file);
     QFETCH(QString, line);
     const QString text = textOf(SOURCES "/" + file);
-    const int at = // Before a number: what is unreleased has none.
+    const auto at = // Before a number: what is unreleased has none.
         text.indexOf(QRegularExpression(QRegularExpression::escape(line) + "(?=[0-9])"));
     QVERIFY(at >= 0);
     const QRegularExpression number("[0-9.]+[0-9]");

@@ -35,7 +35,7 @@ private:
     std::unique_ptr<WindowManager> windowManager;
     std::unique_ptr<QTemporaryDir> home;
     QProcessEnvironment environment;
-    ServerProcess program;
+    QProcess program;
 };
 
 void TestProgram::init()
@@ -59,7 +59,7 @@ void TestProgram::init()
 void TestProgram::start()
 {
     program.setProcessEnvironment(environment);
-    program.start(VELT_PROGRAM, QStringList());
+    startAsDependent(program, VELT_PROGRAM, {});
     QVERIFY(program.waitForStarted());
 }
 

@@ -8,12 +8,9 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdio>
-#include <sys/wait.h>
-#ifdef Q_OS_LINUX
-#include <sys/prctl.h>
-#endif
 #include <sys/socket.h>
 #include <sys/un.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
@@ -43,10 +40,14 @@ void failIfServersAreNeeded(const QString& whyThereIsNone)
     }
 }
 
-void ServerProcess::setupChildProcess()
+void startAsDependent(QProcess& process, const QString& program, const QStringList& arguments)
 {
 #ifdef Q_OS_LINUX
-    prctl(PR_SET_PDEATHSIG, SIGTERM);
+    process.start(QStringLiteral("setpriv"),
+                  QStringList{QStringLiteral("--pdeathsig"), QStringLiteral("TERM"), program} +
+                      arguments);
+#else
+    process.start(program, arguments);
 #endif
 }
 
@@ -55,7 +56,7 @@ bool Server::start(const QString& program, const QStringList& arguments,
 {
     constexpr int kStartMs = 30000;
     constexpr int kLookMs = 10;
-    process.start(program, arguments);
+    startAsDependent(process, program, arguments);
     process.waitForStarted();
     for (const QDeadlineTimer end(kStartMs); isRunning() && !end.hasExpired();) {
         if (isReady()) {

@@ -8,11 +8,8 @@
 // Ends the test program as failed, with the reason, where VELT_NEEDS_SERVERS is set.
 void failIfServersAreNeeded(const QString& whyThereIsNone);
 
-// Ends with the test program, even if that crashes.
-class ServerProcess : public QProcess
-{
-    void setupChildProcess() override;
-};
+// Starts a program that ends with the test program, even if that crashes.
+void startAsDependent(QProcess& process, const QString& program, const QStringList& arguments);
 
 // A program that a test needs, ready when it is constructed and ended with the object. Where it is
 // not installed, isRunning() is false and why() has the reason, for a test to be skipped.
@@ -34,7 +31,7 @@ protected:
                const std::function<bool()>& isReady);
     void stop();
 
-    ServerProcess process;
+    QProcess process;
 
 private:
     QString reason;

@@ -46,7 +46,7 @@ bool StandIn::endsInOrder(int signal)
 const QStringList& StandIn::events()
 {
     unread += process.readAllStandardOutput();
-    for (int end = unread.indexOf('\n'); end != -1; end = unread.indexOf('\n')) {
+    for (auto end = unread.indexOf('\n'); end != -1; end = unread.indexOf('\n')) {
         received << QString(unread.left(end)).section(' ', 1); // After the time.
         unread.remove(0, end + 1);
     }

@@ -26,7 +26,7 @@ public:
 
     const QStringList& events();            // Reported so far, one a line.
     QStringList texts(const QString& word); // Of events that begin with the word.
-    int count(const QString& event) { return events().count(event); }
+    int count(const QString& event) { return static_cast<int>(events().count(event)); }
     bool has(const QString& event) { return events().contains(event); }
     void forget(); // Events so far.
 
