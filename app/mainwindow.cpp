@@ -4,7 +4,6 @@
 #include "aboutdialog.h"
 #include "datafiles.h"
 #include "editdialog.h"
-#include "mackeys.h"
 #include "messageboxes.h"
 #include "preferencedialog.h"
 #include "qmidiin.h"
@@ -259,39 +258,15 @@ void MainWindow::on_pushReset_clicked()
     giveFocusToTable();
 }
 
-void MainWindow::on_sendDawStart_clicked()
+void MainWindow::sendTransport(bool start)
 {
-    daw.sendTransport(true);
+    daw.sendTransport(start);
     giveFocusToTable();
 }
 
-void MainWindow::on_sendDawStop_clicked()
+void MainWindow::sendKey(unsigned char key)
 {
-    daw.sendTransport(false);
-    giveFocusToTable();
-}
-
-void MainWindow::on_sendTab_clicked()
-{
-    daw.sendKey(kKeyTab);
-    giveFocusToTable();
-}
-
-void MainWindow::on_sendSpace_clicked()
-{
-    daw.sendKey(kKeySpace);
-    giveFocusToTable();
-}
-
-void MainWindow::on_sendEnter_clicked()
-{
-    daw.sendKey(kKeyKeypadEnter);
-    giveFocusToTable();
-}
-
-void MainWindow::on_send0_clicked()
-{
-    daw.sendKey(kKeyKeypad0);
+    daw.sendKey(key);
     giveFocusToTable();
 }
 
@@ -338,19 +313,9 @@ void MainWindow::onKeyEvent(QKeyEvent* event)
     }
 }
 
-void MainWindow::keyPressEvent(QKeyEvent*)
+void MainWindow::setFocusFlag(bool hasFocus)
 {
-}
-
-void MainWindow::focusInEvent(QFocusEvent*)
-{
-    focusFlag = true;
-    onFocus();
-}
-
-void MainWindow::focusOutEvent(QFocusEvent*)
-{
-    focusFlag = false;
+    focusFlag = hasFocus;
     onFocus();
 }
 

@@ -4,6 +4,7 @@
 #include "daw.h"
 #include "editdata.h"
 #include "exwidgets.h"
+#include "mackeys.h"
 #include "midiports.h"
 #include "operatorwindow.h"
 
@@ -54,21 +55,21 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
-    void focusInEvent(QFocusEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
+    void keyPressEvent(QKeyEvent*) override {} // Keys come by onKeyEvent() alone.
+    void focusInEvent(QFocusEvent*) override { setFocusFlag(true); }
+    void focusOutEvent(QFocusEvent*) override { setFocusFlag(false); }
 
 private slots:
     void onMidiReceive(QMidiMessage* pMidMsg);
     void onShortcutMidiReceive(QMidiMessage* pMidMsg);
     void on_about();
     void on_sendLocate_clicked();
-    void on_send0_clicked();
-    void on_sendDawStart_clicked();
-    void on_sendDawStop_clicked();
-    void on_sendTab_clicked();
-    void on_sendSpace_clicked();
-    void on_sendEnter_clicked();
+    void on_sendDawStart_clicked() { sendTransport(true); }
+    void on_sendDawStop_clicked() { sendTransport(false); }
+    void on_send0_clicked() { sendKey(kKeyKeypad0); }
+    void on_sendTab_clicked() { sendKey(kKeyTab); }
+    void on_sendSpace_clicked() { sendKey(kKeySpace); }
+    void on_sendEnter_clicked() { sendKey(kKeyKeypadEnter); }
     void on_pushReset_clicked();
     void on_pushEdit_clicked();
     void on_pushPreference_clicked();
@@ -85,6 +86,9 @@ private:
     void readFiles();
     void initialize();
     EditDialog& editor();
+    void sendTransport(bool start);
+    void sendKey(unsigned char key);
+    void setFocusFlag(bool hasFocus);
 
     bool focusFlag = false; // The window itself holds the keyboard focus.
     SetListTable* tableSetList = nullptr;

@@ -4,6 +4,7 @@
 #include "modalscript.h"
 
 #include <QAccessible>
+#include <QDialog>
 #include <QDir>
 #include <QMenuBar>
 #include <QScreen>
@@ -64,8 +65,10 @@ private slots:
         QDir directory = QFileInfo(displayStatusFilePath()).dir();
         directory.removeRecursively();
         {
-            const MainWindow window(nullptr);
+            MainWindow window(nullptr);
             QCOMPARE(window.geometry(), QRect(100, 100, 500, 800));
+            placeOfDialog(window, "Edit");
+            QCOMPARE(window.findChild<QDialog*>()->pos(), QPoint(130, 90));
             QCOMPARE(window.findChild<QTableWidget*>()->columnWidth(0), 180);
             QVERIFY(!directory.exists());
         }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The key sender over real X servers, with and without a window manager.
+#include "desktop.h"
 #include "macevents.h"
 #include "qkeyeventsend.h"
 #include "servers.h"
@@ -7,7 +8,7 @@
 #include "x11connection.h"
 #include "x11windows.h"
 
-#include <QElapsedTimer>
+#include <QDeadlineTimer>
 #include <QTemporaryDir>
 
 #include <unistd.h>
@@ -18,26 +19,19 @@ constexpr int kWaitMs = 20000; // For a busy machine.
 
 const QString kDaw = "Pro Tools";
 
-// A stand-in application, its window active when it is constructed; killed with the object.
-struct Receiver : QProcess
+// A stand-in application, its window active when it is constructed.
+struct Receiver : Server
 {
     explicit Receiver(const QString& name = kDaw, const QString& file = KEYRECEIVER)
     {
-        start(file, {name, "-platform", "xcb"});
-        if (reports(1) != "active\n") {
-            qFatal("the receiver does not become active");
-        }
+        start(file, {name, "-platform", "xcb"}, [this] { return reports(0) == "active\n"; });
     }
-    ~Receiver() override
-    {
-        kill();
-        waitForFinished();
-    }
+    pid_t pid() const { return static_cast<pid_t>(process.processId()); }
     // All that it has reported, once this many lines are there.
     QByteArray reports(qsizetype lines = 3)
     {
         const auto areThere = [&] {
-            text += readAllStandardOutput();
+            text += process.readAllStandardOutput();
             return text.count('\n') >= lines;
         };
         return QTest::qWaitFor(areThere, kWaitMs) ? text : text + "late";
@@ -49,9 +43,8 @@ struct Receiver : QProcess
 // What a receiver reports of a key.
 QByteArray pressed(int keysym, int modifiers = Qt::NoModifier)
 {
-    const QByteArray key = " keysym " + QByteArray::number(keysym, 16) + " modifiers " +
-                           QByteArray::number(modifiers, 16) + '\n';
-    return "press" + key + "release" + key;
+    const auto key = QString(" keysym %1 modifiers %2\n").arg(keysym, 0, 16).arg(modifiers, 0, 16);
+    return ("press" + key + "release" + key).toLatin1();
 }
 
 // A window of this process that has selected no events.
@@ -73,19 +66,15 @@ struct OwnWindow
                                          XCB_ATOM_WINDOW, 32,
                                          static_cast<std::uint32_t>(values.size()), values.data()));
     }
-    // The next key event: the keycode, with 0x100 for a release; 0 if there is none.
-    int nextKey()
-    {
-        std::free(xcb_get_input_focus_reply(x11.xcb(), xcb_get_input_focus(x11.xcb()), nullptr));
-        key.reset(reinterpret_cast<xcb_key_press_event_t*>(xcb_poll_for_event(x11.xcb())));
-        return key ? key->detail + (key->response_type & 1 ? 0x100 : 0) : 0;
-    }
-    // The same, but waits for it: the server may be busy with the sender's connection.
+    // The next key event: the keycode, with 0x100 for a release; 0 if none comes.
     int awaitKey()
     {
-        int found = 0;
-        (void)QTest::qWaitFor([&] { return (found = nextKey()) != 0; }, kWaitMs);
-        return found;
+        const auto isThere = [this] {
+            key.reset(reinterpret_cast<xcb_key_press_event_t*>(xcb_poll_for_event(x11.xcb())));
+            return key != nullptr;
+        };
+        (void)QTest::qWaitFor(isThere, kWaitMs);
+        return key ? key->detail + (key->response_type & 1 ? 0x100 : 0) : 0;
     }
 
     X11Connection x11;
@@ -93,15 +82,12 @@ struct OwnWindow
     X11Reply<xcb_key_press_event_t> key;
 };
 
-ProcessSerialNumber self()
+// To this process, unless it is told another.
+void post(CGKeyCode key, bool isDown, std::optional<ProcessSerialNumber> other = {})
 {
     ProcessSerialNumber process = {0, kNoProcess};
     GetCurrentProcess(&process);
-    return process;
-}
-
-void post(CGKeyCode key, bool isDown, ProcessSerialNumber process = self())
-{
+    process = other.value_or(process);
     CGEventRef event = CGEventCreateKeyboardEvent(nullptr, key, isDown);
     CGEventPostToPSN(&process, event);
     CFRelease(event);
@@ -121,6 +107,9 @@ class KeySendDisplayTest : public TestCase
     {
         server = std::make_unique<XServer>();
         qputenv("DISPLAY", server->display().toLatin1());
+        if (!server->isRunning()) {
+            QSKIP(qPrintable(server->why()));
+        }
     }
     void startWindowManager()
     {
@@ -139,22 +128,18 @@ class KeySendDisplayTest : public TestCase
     {
         X11Connection x11;
         X11Windows windows(x11);
-        const auto becomes = [&windows](xcb_window_t window) {
-            return QTest::qWaitFor([&] { return windows.keyWindow(getpid()) == window; }, kWaitMs);
-        };
         // Openbox ignores one of some ten requests to map a window while it starts.
-        const auto isMapped = [&](const OwnWindow& own) {
-            return QTest::qWaitFor(
-                [&] {
-                    xcb_map_window(x11.xcb(), own.window);
-                    return windows.keyWindow(getpid()) == own.window;
-                },
-                kWaitMs);
+        const auto becomes = [&](xcb_window_t window) {
+            const auto isChosen = [&] {
+                xcb_map_window(x11.xcb(), window);
+                return windows.keyWindow(getpid()) == window;
+            };
+            return QTest::qWaitFor(isChosen, kWaitMs);
         };
         auto first = std::make_unique<OwnWindow>();
-        QVERIFY(isMapped(*first));
+        QVERIFY(becomes(first->window));
         auto second = std::make_unique<OwnWindow>();
-        QVERIFY(isMapped(*second));
+        QVERIFY(becomes(second->window));
         xcb_set_input_focus(x11.xcb(), XCB_INPUT_FOCUS_PARENT, second->window, XCB_CURRENT_TIME);
         const std::uint32_t below = XCB_STACK_MODE_BELOW;
         xcb_configure_window(x11.xcb(), second->window, XCB_CONFIG_WINDOW_STACK_MODE, &below);
@@ -164,8 +149,8 @@ class KeySendDisplayTest : public TestCase
         first.reset();
         QVERIFY(becomes(second->window));
         second.reset();
-        QVERIFY(becomes(XCB_NONE));
-        QCOMPARE(windows.owners(), std::set{static_cast<pid_t>(other.processId())});
+        QTRY_COMPARE_WITH_TIMEOUT(windows.keyWindow(getpid()), xcb_window_t(XCB_NONE), kWaitMs);
+        QCOMPARE(windows.owners(), std::set{other.pid()});
     }
 
 private slots:
@@ -173,9 +158,6 @@ private slots:
     {
         TestCase::init();
         startServer();
-        if (!server->isRunning()) {
-            QSKIP(qPrintable(server->why()));
-        }
     }
     void cleanup()
     {
@@ -236,8 +218,6 @@ private slots:
         post(0x53, false);
         QCOMPARE(second.awaitKey(), 87);
         QCOMPARE(second.key->event, second.window);
-        QVERIFY(second.key->time != XCB_CURRENT_TIME);
-        QCOMPARE(int(second.key->state), int(XCB_MOD_MASK_2));
         QCOMPARE(second.awaitKey(), 0x100 + 87);
         post(0x31, true);
         post(0x31, false);
@@ -264,18 +244,17 @@ private slots:
     {
         Receiver daw;
         OwnWindow frame;
-        X11Connection x11;
-        const auto pid = static_cast<pid_t>(daw.processId());
-        const xcb_window_t window = X11Windows(x11).keyWindow(pid);
+        X11Windows windows(frame.x11);
+        const xcb_window_t window = windows.keyWindow(daw.pid());
         const std::uint32_t isOverride = 1;
         frame.done(xcb_change_window_attributes_checked(frame.x11.xcb(), frame.window,
                                                         XCB_CW_OVERRIDE_REDIRECT, &isOverride));
         xcb_reparent_window(frame.x11.xcb(), window, frame.window, 0, 0);
-        QCOMPARE(X11Windows(x11).keyWindow(getpid()), xcb_window_t(XCB_NONE)); // Not the frame.
+        QCOMPARE(windows.keyWindow(getpid()), xcb_window_t(XCB_NONE)); // Not the frame.
         for (const auto& [state, expected] :
              {std::pair(0U, xcb_window_t(XCB_NONE)), {1U, window}, {3U, window}}) {
             frame.set(window, "WM_STATE", {state, XCB_NONE});
-            QCOMPARE(X11Windows(x11).keyWindow(pid), expected);
+            QCOMPARE(windows.keyWindow(daw.pid()), expected);
         }
         press(find(kDaw), 0x31);
         QCOMPARE(daw.reports(), "active\n" + pressed(' '));
@@ -294,11 +273,11 @@ private slots:
         QVERIFY(QFile::link(KEYRECEIVER, file));
         const Receiver longName("Studio One Arti", file);
         const Receiver otherName("keyreceiver_of_");
-        using Case = std::pair<const char*, bool>;
-        for (const auto& [name, isThere] :
-             {Case("Studio One", true), Case("STUDIO ONE", false), Case("keyreceiver_of_", true),
-              Case("keyreceiver", false), Case("Studio One Artist Edition", true)}) {
-            QVERIFY2((find(name) >= 0) == isThere, name);
+        for (const char* name : {"Studio One", "keyreceiver_of_", "Studio One Artist Edition"}) {
+            QVERIFY2(find(name) >= 0, name);
+        }
+        for (const char* name : {"STUDIO ONE", "keyreceiver"}) {
+            QVERIFY2(find(name) == -1, name);
         }
     }
 
@@ -314,7 +293,7 @@ private slots:
         // As if the number of the second had belonged to another process before.
         ProcessSerialNumber process = {0, kNoProcess};
         GetNextProcess(&process);
-        post(0x31, true, {process.highLongOfPSN - 1, process.lowLongOfPSN});
+        post(0x31, true, ProcessSerialNumber{process.highLongOfPSN - 1, process.lowLongOfPSN});
         press(find(kDaw), 0x30);
         QCOMPARE(second.reports(), "active\n" + pressed(0xff09));
     }
@@ -323,9 +302,8 @@ private slots:
     {
         startWindowManager();
         Receiver early;
-        const QStringList minimize = {"search",      "--onlyvisible",  "--class",
-                                      "keyreceiver", "windowminimize", "--sync"};
-        QCOMPARE(QProcess::execute("xdotool", minimize), 0);
+        Desktop::xdotool(
+            {"search", "--onlyvisible", "--class", "keyreceiver", "windowminimize", "--sync"});
         press(find(kDaw), 0x31);
         QCOMPARE(early.reports(), "active\n" + pressed(' '));
 
@@ -337,16 +315,14 @@ private slots:
 
     void outlivesTheServer()
     {
-        constexpr int kMaxMs = 5 * 130 + 1000 + 500; // The keys, one wait for an answer, slack.
         Receiver daw;
         const int pos = find(kDaw);
         server->suspend(true);
-        QElapsedTimer waited;
-        waited.start();
+        const QDeadlineTimer end(5 * 130 + 1000 + 500); // The keys, one wait for an answer, slack.
         for (int i = 0; i < 5; ++i) {
             press(pos, 0x31);
         }
-        QVERIFY(waited.elapsed() < kMaxMs);
+        QVERIFY(!end.hasExpired());
         QCOMPARE(find(kDaw), -1);
         server->suspend(false);
         QTRY_COMPARE_WITH_TIMEOUT(find(kDaw), pos, kWaitMs);

@@ -71,6 +71,7 @@ private slots:
         for (const int black : {6, 18, 41, 53, 65}) {
             QVERIFY(keys[410 + black] && keys[410 + black]->rect().size() == QSizeF(10, 30));
         }
+        QCOMPARE(roll.scene()->itemAt({417, 1}, {}), keys[416]); // Over the white ones.
 
         const auto play = [&](QMidiStatus status, std::uint32_t pitch, std::uint32_t velocity) {
             QMidiMessage message;
