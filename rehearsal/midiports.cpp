@@ -22,12 +22,14 @@ QString openVirtual(MidiPort& port, const char* client, const char* name, MidiPo
 {
     const QStringList before = lister.getPorts();
     port.openVirtualPort(QLatin1String(name));
+    QString
+        newest; // Two of one name over ALSA: both are named otherwise now, the newest comes last.
     for (const QString& seen : lister.getPorts()) {
         if (seen.startsWith(QLatin1String(client)) && !before.contains(seen)) {
-            return seen;
+            newest = seen;
         }
     }
-    return {};
+    return newest;
 }
 
 } // namespace

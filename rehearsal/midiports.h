@@ -46,8 +46,7 @@ public:
     // False once the MIDI server has shut down.
     [[nodiscard]] bool isOpen() const;
 
-    // As other programs see them while the ports are open; the numbers that ALSA appends, and that
-    // a JACK server gives a second rehearsal, are part of it.
+    // As VELT shows them while the ports are open. Those of a second rehearsal are numbered.
     [[nodiscard]] QString inputName() const { return inputPortName; }
     [[nodiscard]] QString outputName(Out out) const { return outputNames.at(out); }
 

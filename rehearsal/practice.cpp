@@ -29,7 +29,8 @@ void putSample(const QString& name, const QString& path)
     }
 }
 
-// Port names differ from run to run where the MIDI system numbers them.
+// The ports of a second rehearsal are numbered, and without MIDI the preferences may have lost
+// theirs.
 void namePorts(const QString& preferencePath, Daw daw, const MidiPorts& ports)
 {
     EditData preferences;

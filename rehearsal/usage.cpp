@@ -28,10 +28,12 @@ With --practise it starts VELT beside it, on settings that hold a sample show an
 They lie apart from the user's own, in velt-rehearsal in the configuration folder, and keep what is
 edited; delete that folder to start again. Closing VELT ends the rehearsal.
 
-MIDI ports, as they appear to other programs (ALSA appends numbers):
+MIDI ports, as VELT shows them (those of a second stand-in are numbered):
   Rehearsal MMC:commands         takes MMC Play and Stop, for any device ID
   Rehearsal DAW:notes            sends the end-of-song notes
   Rehearsal Foot switch:notes    sends the controller's notes
+
+The environment variable VELT_MIDI (alsa, jack or core) names the MIDI system, as for VELT.
 
 Keys in its window (all others belong to the workstation):
   F1 to F5   foot switch: Song UP, Song DOWN, LOCATE, DAW PLAY, DAW STOP

@@ -8,17 +8,31 @@
 #include "testcase.h"
 #include "writeatonce.h"
 
+#include <QDeadlineTimer>
 #include <QThread>
+
+#include <atomic>
 
 namespace {
 
 // Status, channel, pitch, velocity, control, value, and the bytes of system exclusive data.
 using Fields = std::vector<std::uint32_t>;
 
+// Notes at once: fewer than the 200 that an ALSA client keeps.
+constexpr int kBurst = 100;
+
 // Note number `i` of a sequence of up to 16,000 that can be told apart.
 Bytes numberedNote(int i)
 {
     return {0x90, static_cast<unsigned char>(i % 128), static_cast<unsigned char>(1 + i / 128)};
+}
+
+// Traces of received messages, written on RtMidi's thread.
+constexpr int kPatienceMs = 20000;
+std::atomic<int> traces = 0;
+void countTrace(QtMsgType, const QMessageLogContext&, const QString&)
+{
+    ++traces;
 }
 
 } // namespace
@@ -27,14 +41,14 @@ class TestMidiPorts : public TestCase
 {
     Q_OBJECT
 
-    std::unique_ptr<JackServer> server;
+    std::unique_ptr<MidiSystem> midi;
 
 private slots:
     void initTestCase()
     {
-        server = std::make_unique<JackServer>();
-        if (!server->isRunning()) {
-            QSKIP(qPrintable(server->why()));
+        midi = std::make_unique<MidiSystem>();
+        if (!midi->isRunning()) {
+            QSKIP(qPrintable(midi->why()));
         }
     }
 
@@ -59,17 +73,22 @@ private slots:
         QVERIFY(in.isPortOpen());
         settle();
         using Case = std::pair<Bytes, Fields>;
-        for (const auto& [bytes, fields] :
-             {Case({0x99, 0x24, 0x64}, {0x90, 10, 36, 100, 0, 0}),
-              Case({0x90, 60, 0}, {0x90, 1, 60, 0, 0, 0}), // Not turned into a note off.
-              Case({0x8F, 24, 64}, {0x80, 16, 24, 64, 0, 0}),
-              Case({0xA0, 60, 7}, {0xA0, 1, 60, 0, 0, 7}),
-              Case({0xB1, 7, 127}, {0xB0, 2, 0, 0, 7, 127}), Case({0xC2, 5}, {0xC0, 3, 0, 0, 0, 5}),
-              Case({0xD0, 9}, {0xD0, 1, 0, 0, 0, 9}),
-              Case({0xE0, 3, 0x40}, {0xE0, 1, 0, 0, 0, 8195}),
-              Case({0xF0, 1, 2, 0xF7}, {0xF0, 0, 0, 0, 0, 0, 0xF0, 1, 2, 0xF7}),
-              Case({0xF2, 1, 2}, {0xF2, 0, 0, 0, 0, 0}), Case({0xF8}, {0xF8, 0, 0, 0, 0, 0}),
-              Case({0x91, 60}, {0x90, 2, 60, 0, 0, 0})}) { // Cut short.
+        std::vector<Case> cases{
+            Case({0x99, 0x24, 0x64}, {0x90, 10, 36, 100, 0, 0}),
+            Case({0x90, 60, 0}, {0x90, 1, 60, 0, 0, 0}), // Not turned into a note off.
+            Case({0x8F, 24, 64}, {0x80, 16, 24, 64, 0, 0}),
+            Case({0xA0, 60, 7}, {0xA0, 1, 60, 0, 0, 7}),
+            Case({0xB1, 7, 127}, {0xB0, 2, 0, 0, 7, 127}),
+            Case({0xC2, 5}, {0xC0, 3, 0, 0, 0, 5}),
+            Case({0xD0, 9}, {0xD0, 1, 0, 0, 0, 9}),
+            Case({0xE0, 3, 0x40}, {0xE0, 1, 0, 0, 0, 8195}),
+            Case({0xF0, 1, 2, 0xF7}, {0xF0, 0, 0, 0, 0, 0, 0xF0, 1, 2, 0xF7}),
+            Case({0xF2, 1, 2}, {0xF2, 0, 0, 0, 0, 0}),
+            Case({0xF8}, {0xF8, 0, 0, 0, 0, 0})};
+        if (!MidiSystem::isAlsa()) { // Which sends nothing that is cut short.
+            cases.push_back({{0x91, 60}, {0x90, 2, 60, 0, 0, 0}});
+        }
+        for (const auto& [bytes, fields] : cases) {
             received.clear();
             source.send(bytes);
             QTRY_VERIFY(!received.empty());
@@ -111,8 +130,7 @@ private slots:
 
     void deliversAllInOrderAndFreesThem()
     {
-        constexpr int kBurst = 500; // Less than what the server drops of one cycle.
-        constexpr int kNotes = 4 * kBurst;
+        constexpr int kNotes = 20 * kBurst;
         PeerSource source;
         int freed = 0;
         int received = 0;
@@ -127,11 +145,15 @@ private slots:
                      message->getVelocity() == expected[2];
             ++received;
         });
+        qInstallMessageHandler(countTrace);
         const auto sendBurst = [&](int first) {
+            traces = 0;
             for (int i = first; i < first + kBurst; ++i) {
                 source.send(numberedNote(i));
             }
-            settle();
+            for (const QDeadlineTimer end(kPatienceMs); traces < kBurst && !end.hasExpired();) {
+                QThread::msleep(1); // Runs no event loop.
+            }
         };
         in->openPort(PeerSource::port());
         settle();
@@ -162,30 +184,22 @@ private slots:
     }
     void goesOnWhileItsOutputIsBlocked()
     {
-        constexpr int kNotes = 200;
+        constexpr int kNotes = kBurst;
         QFETCH(BlockedOutput::Kind, kind);
-        PeerSource source;
-        PeerSink sink;
-        QMidiIn in;
-        QMidiOut out;
-        int received = 0;
-        connect(&in, &QMidiIn::midiMessageReceived, this, [&] { ++received; });
-        in.openPort(PeerSource::port());
-        openByName(out, PeerSink::port());
-        settle();
+        ConnectedPorts ports;
         QMidiMessage note;
         note.setStatus(MIDI_NOTE_ON);
         const QtMessageHandler handler = qInstallMessageHandler(writeMessageAtOnce);
         auto blocked = std::make_unique<BlockedOutput>(kind);
         for (int i = 0; i < kNotes; ++i) {
-            source.send(numberedNote(i));
-            out.sendMessage(&note);
+            ports.source.send(numberedNote(i));
+            ports.out.sendMessage(&note);
         }
-        const bool allCame =
-            QTest::qWaitFor([&] { return received == kNotes && sink.received().size() == kNotes; });
+        const bool allCame = QTest::qWaitFor(
+            [&] { return ports.received == kNotes && ports.sink.received().size() == kNotes; });
         blocked->resume();
-        source.send({0x99, 36, 100});
-        (void)QTest::qWaitFor([&] { return received == kNotes + 1; });
+        ports.source.send({0x99, 36, 100});
+        (void)QTest::qWaitFor([&] { return ports.received == kNotes + 1; });
         const QByteArray traced = blocked->read();
         const bool isNonBlocking = BlockedOutput::isNonBlocking();
         blocked.reset();
@@ -197,7 +211,10 @@ private slots:
 
     void sendsWhatItIsGivenWhileOpenOnly()
     {
-        const Bytes large(12000, 1); // More than the budget, less than RtMidi's ring buffer.
+        // More than JackLink's budget, less than RtMidi's ring buffer; ALSA's events are smaller.
+        Bytes large(MidiSystem::isAlsa() ? 2000 : 12000, 1);
+        large.front() = 0xF0;
+        large.back() = 0xF7;
         const Bytes play{0xF0, 0x7F, 0x7F, 0x06, 0x02, 0xF7};
         QMidiMessage mmc;
         mmc.setStatus(MIDI_SYSEX)->setSysExData(play);
@@ -226,6 +243,9 @@ private slots:
         for (int i = 0; i < 5000; ++i) { // Uses the budget up several times.
             all.push_back(numberedNote(i));
             out.sendRawMessage(all.back());
+            if (MidiSystem::isAlsa() && i % kBurst == 0) {
+                QTRY_COMPARE(sink.received().size(), all.size());
+            }
         }
         QTRY_COMPARE(sink.received().size(), all.size());
         QCOMPARE(sink.received(), all);

@@ -100,54 +100,44 @@ private slots:
 
     void aStalledServerHoldsNothingUp()
     {
-        PeerSink sink;
-        PeerSource source;
-        QMidiIn in;
+        ConnectedPorts ports;
         QMidiIn unopened;
-        QMidiOut out;
-        int received = 0;
-        connect(&in, &QMidiIn::midiMessageReceived, this, [&] { ++received; });
-        in.openPort(PeerSource::port());
-        openByName(out, PeerSink::port());
-        settle();
 
         // What was sent is dropped, but for what went out before it could be noticed.
         server->suspend(true);
         expectWarning("JACK server does not answer");
-        QVERIFY(isBounded([&] { sendMany(out); }));
+        QVERIFY(isBounded([&] { sendMany(ports.out); }));
         server->suspend(false);
-        QTRY_VERIFY(!sink.received().empty());
+        QTRY_VERIFY(!ports.sink.received().empty());
         QTest::qWait(100);
-        const std::size_t late = sink.received().size();
+        const std::size_t late = ports.sink.received().size();
         QVERIFY2(late < 500, qPrintable(QString::number(late)));
-        out.sendRawMessage(kMmcPlay);
-        QTRY_COMPARE(sink.received().size(), late + 1);
-        QCOMPARE(sink.received().back(), kMmcPlay);
+        ports.out.sendRawMessage(kMmcPlay);
+        QTRY_COMPARE(ports.sink.received().size(), late + 1);
+        QCOMPARE(ports.sink.received().back(), kMmcPlay);
 
         // Every way to ask something of it.
         server->suspend(true);
         QTest::qWait(600);
         expectWarning("JACK server does not answer");
-        out.sendRawMessage(kMmcStop);
+        ports.out.sendRawMessage(kMmcStop);
         QVERIFY_EXCEPTION_THROWN(unopened.openVirtualPort("x"), RtMidiError);
-        QVERIFY(isBounded([&] { in.closePort(); }));
-        QVERIFY(isBounded([&] { out.closePort(); }));
-        QVERIFY(!in.isPortOpen() && !out.isPortOpen());
+        QVERIFY(isBounded([&] { ports.in.closePort(); }));
+        QVERIFY(isBounded([&] { ports.out.closePort(); }));
+        QVERIFY(!ports.in.isPortOpen() && !ports.out.isPortOpen());
         QVERIFY(isBounded([&] { unopened.dropBackEnd(); }));
-        QVERIFY(isBounded([&] { QVERIFY(in.getPorts().isEmpty()); }));
-        QVERIFY_EXCEPTION_THROWN(openByName(out, PeerSink::port()), RtMidiError);
-        QVERIFY_EXCEPTION_THROWN(in.openVirtualPort("x"), RtMidiError);
+        QVERIFY(isBounded([&] { QVERIFY(ports.in.getPorts().isEmpty()); }));
+        QVERIFY_EXCEPTION_THROWN(openByName(ports.out, PeerSink::port()), RtMidiError);
+        QVERIFY_EXCEPTION_THROWN(ports.in.openVirtualPort("x"), RtMidiError);
 
         // It goes on: all is as before, and nothing was sent meanwhile.
         server->suspend(false);
-        QTRY_VERIFY(in.getPorts().contains(PeerSource::port()));
-        in.openPort(PeerSource::port());
-        openByName(out, PeerSink::port());
-        settle();
-        out.sendRawMessage(kMmcStop);
-        source.send({0x80, 24, 0});
-        QTRY_COMPARE(received, 1);
-        QTRY_COMPARE(sink.received().size(), late + 2);
+        QTRY_VERIFY(ports.in.getPorts().contains(PeerSource::port()));
+        ports.open();
+        ports.out.sendRawMessage(kMmcStop);
+        ports.source.send({0x80, 24, 0});
+        QTRY_COMPARE(ports.received, 1);
+        QTRY_COMPARE(ports.sink.received().size(), late + 2);
     }
 };
 

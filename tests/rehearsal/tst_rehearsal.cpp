@@ -30,10 +30,10 @@ private slots:
     void init()
     {
         TestCase::init();
-        jack.reset(); // Before another takes its name.
-        jack = std::make_unique<JackServer>();
-        if (!jack->isRunning()) {
-            QSKIP(qPrintable(jack->why()));
+        midi.reset(); // Before another takes its name.
+        midi = std::make_unique<MidiSystem>();
+        if (!midi->isRunning()) {
+            QSKIP(qPrintable(midi->why()));
         }
     }
 
@@ -55,7 +55,7 @@ private slots:
     {
         StandIn rehearsal;
         QMidiOut out;
-        openByName(out, "Rehearsal MMC:commands");
+        openByName(out, StandIn::kMmcPort);
         for (const Bytes& message : {Bytes{0xF0, 0x7F, 0x00, 0x06, 0x02, 0xF7},
                                      {0xF0, 0x7F, 0x7F, 0x06, 0x01, 0xF7},
                                      {0xF0, 0x7F, 0x7F, 0x06, 0x03, 0xF7},
@@ -73,7 +73,7 @@ private slots:
         connect(&in, &QMidiIn::midiMessageReceived, this, [&](QMidiMessage* note) {
             heard << QString("%1 %2").arg(note->getStatus(), 0, 16).arg(note->getPitch());
         });
-        in.openPort("Rehearsal Foot switch:notes");
+        in.openPort(StandIn::kFootSwitchPort);
         settle();
         StandIn::type("F5");
         QTRY_COMPARE(heard, (QStringList{"90 35", "80 35"}));
@@ -93,11 +93,16 @@ private slots:
 
     void comesBackAfterTheMidiServerDied()
     {
+        midi.reset();
+        JackServer jack;
+        if (!jack.isRunning()) {
+            QSKIP(qPrintable(jack.why()));
+        }
         StandIn rehearsal;
-        jack->kill();
+        jack.kill();
         // It may take a moment until the JACK library tells.
         QTRY_VERIFY((rehearsal.press("note 31"), rehearsal.has("not sent note on 31 foot switch")));
-        QVERIFY2(jack->restart(), qPrintable(jack->why()));
+        QVERIFY2(jack.restart(), qPrintable(jack.why()));
         StandIn::type("F8");
         QTRY_VERIFY_WITH_TIMEOUT(rehearsal.has("key up other 0xFFC5"), 30000);
         rehearsal.press("note 33");
@@ -107,7 +112,9 @@ private slots:
 
     void worksWithoutMidiAndEndsInOrder()
     {
-        jack->kill();
+        midi.reset();
+        JackServer jack; // Names a MIDI system,
+        jack.kill();     // which is not there.
         StandIn rehearsal;
         rehearsal.press("note 31");
         QTRY_VERIFY(rehearsal.has("not sent note off 31 foot switch"));
@@ -139,7 +146,7 @@ private slots:
     }
 
 private:
-    std::unique_ptr<JackServer> jack;
+    std::unique_ptr<MidiSystem> midi;
 };
 
 VELT_DISPLAY_TEST_MAIN(RehearsalTest)

@@ -52,6 +52,7 @@ void TestProgram::init()
     QDir(home->path()).mkpath("VELT");
     environment = QProcessEnvironment::systemEnvironment();
     environment.insert("XDG_CONFIG_HOME", home->path());
+    environment.insert("VELT_MIDI", "jack");
     environment.insert("JACK_DEFAULT_SERVER", "velt-nobody");
     environment.insert("JACK_NO_START_SERVER", "1");
 }

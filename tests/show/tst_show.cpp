@@ -23,7 +23,7 @@ EditData showData(int mode = kModeProToolsBars)
 }
 
 // A DAW and VELT side by side, driven by real keys and a real mouse. Needs a display with a window
-// manager and, for MIDI, a running JACK server.
+// manager and, for MIDI, a MidiSystem.
 struct ShowDesk
 {
     explicit ShowDesk(const EditData& data = showData())
@@ -76,7 +76,7 @@ int pixels(const QWidget* in, const QRect& area, const char* color)
 
 } // namespace
 
-// A show with real keys over X11 and real MIDI over JACK, against the stand-in DAW.
+// A show with real keys over X11 and real MIDI, against the stand-in DAW.
 class TestShow : public TestCase
 {
     Q_OBJECT
@@ -89,17 +89,17 @@ private slots:
     void dawThatReadsNothing();
 
 private:
-    std::unique_ptr<JackServer> jack;
+    std::unique_ptr<MidiSystem> midi;
     // One for all: Qt warns if it asks about one that has just ended.
     std::unique_ptr<WindowManager> windowManager;
 };
 
 void TestShow::initTestCase()
 {
-    jack = std::make_unique<JackServer>();
+    midi = std::make_unique<MidiSystem>();
     windowManager = std::make_unique<WindowManager>();
-    if (!jack->isRunning() || !windowManager->isRunning()) {
-        QSKIP(qPrintable(jack->why() + windowManager->why()));
+    if (!midi->isRunning() || !windowManager->isRunning()) {
+        QSKIP(qPrintable(midi->why() + windowManager->why()));
     }
 }
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // A long random show: foot switch, keyboard, mouse and end-of-song notes drive the real window over
-// a real MIDI server, and after every step it must look, and the DAW must have received, exactly
+// real MIDI, and after every step it must look, and the DAW must have received, exactly
 // what the set list says. VELT_SOAK_LOCATES is how many songs are located, 24 unless it says more.
 #include "dawmodes.h"
 #include "midipeer.h"
@@ -118,7 +118,7 @@ private:
     void note(bool isOn, int pitch);
 
     QRandomGenerator random{20};
-    std::unique_ptr<JackServer> jack;
+    std::unique_ptr<MidiSystem> midi;
     std::unique_ptr<PeerSource> source;
     std::unique_ptr<PeerSink> sink;
     int sentNotes = 0;
@@ -127,9 +127,9 @@ private:
 
 void Soak::initTestCase()
 {
-    jack = std::make_unique<JackServer>();
-    if (!jack->isRunning()) {
-        QSKIP(qPrintable(jack->why()));
+    midi = std::make_unique<MidiSystem>();
+    if (!midi->isRunning()) {
+        QSKIP(qPrintable(midi->why()));
     }
 }
 

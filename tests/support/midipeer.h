@@ -1,34 +1,44 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "midiport.h"
+#include "qmidiin.h"
+#include "qmidimessage.h"
+#include "qmidiout.h"
 
+#include <QCoreApplication>
 #include <QTest>
 
 #include <mutex>
 
-// Other MIDI software: what the ports under test are connected to.
+// Other MIDI software: what the ports under test are connected to. Its names hold the number of the
+// process, since over ALSA all tests share one sequencer.
 
 using Bytes = std::vector<unsigned char>;
 
-// Sends from a port that appears as "velt source:out" over JACK.
+inline QString peerName(const QString& role)
+{
+    return QStringLiteral("velt %1 %2").arg(role).arg(QCoreApplication::applicationPid());
+}
+
 struct PeerSource : MidiOutput
 {
-    PeerSource() : MidiOutput("velt source", {}) { openVirtualPort(QStringLiteral("out")); }
-    static QString port() { return QStringLiteral("velt source:out"); }
+    PeerSource() : MidiOutput(name().toStdString(), {}) { openVirtualPort(QStringLiteral("out")); }
+    static QString name() { return peerName(QStringLiteral("source")); }
+    static QString port() { return name() + QStringLiteral(":out"); }
 };
 
-// Keeps what arrives at its port, "velt sink:in" over JACK.
+// Keeps what arrives at its port.
 class PeerSink : public MidiInput
 {
 public:
-    PeerSink() : MidiInput("velt sink", {}, keep, this)
+    PeerSink() : MidiInput(name().toStdString(), {}, keep, this)
     {
         setIgnoreTypes(false, false, false);
         openVirtualPort(QStringLiteral("in"));
     }
     ~PeerSink() override { dropBackEnd(); }
-    static QString port() { return QStringLiteral("velt sink:in"); }
+    static QString name() { return peerName(QStringLiteral("sink")); }
+    static QString port() { return name() + QStringLiteral(":in"); }
     std::vector<Bytes> received()
     {
         const std::lock_guard<std::mutex> guard(lock);
@@ -60,3 +70,25 @@ inline void settle()
     probe.openVirtualPort(QStringLiteral("probe"));
     QVERIFY(probe.send({0xFE}));
 }
+
+// Ports under test, connected: `in` takes what `source` sends, and `sink` what `out` sends.
+struct ConnectedPorts
+{
+    ConnectedPorts()
+    {
+        QObject::connect(&in, &QMidiIn::midiMessageReceived, &in, [this] { ++received; });
+        open();
+    }
+    void open()
+    {
+        in.openPort(PeerSource::port());
+        openByName(out, PeerSink::port());
+        settle();
+    }
+
+    PeerSource source;
+    PeerSink sink;
+    QMidiIn in;
+    QMidiOut out;
+    int received = 0; // By `in`.
+};

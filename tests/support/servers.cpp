@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdio>
+#include <fcntl.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <sys/wait.h>
@@ -26,6 +27,13 @@ bool listens(const QByteArray& socketPath)
         connect(probe, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0;
     close(probe);
     return isAnswered;
+}
+
+bool canOpen(const char* device)
+{
+    const int file = open(device, O_RDWR | O_CLOEXEC);
+    close(file);
+    return file != -1;
 }
 
 } // namespace
@@ -105,6 +113,7 @@ void Server::suspend(bool stopped)
 
 JackServer::JackServer() : name(QStringLiteral("velt%1").arg(QCoreApplication::applicationPid()))
 {
+    qputenv("VELT_MIDI", "jack");
     qputenv("JACK_DEFAULT_SERVER", name.toLocal8Bit());
     qputenv("JACK_NO_START_SERVER", "1");
     startNamed();
@@ -137,6 +146,22 @@ bool JackServer::startNamed()
     const QString options = QStringLiteral("-n %1 -r -S -t 200 -d dummy -r 48000 -p 256").arg(name);
     return start(QStringLiteral("jackd"), options.split(QLatin1Char(' ')),
                  [&] { return listens(socket.toLocal8Bit()); });
+}
+
+MidiSystem::MidiSystem()
+{
+    if (isAlsa()) {
+        qputenv("VELT_MIDI", "alsa");
+    } else {
+        jack.emplace();
+    }
+}
+
+bool MidiSystem::isAlsa()
+{
+    // Asked for at first: a JACK server sets VELT_MIDI.
+    static const bool isThere = qgetenv("VELT_MIDI") != "jack" && canOpen("/dev/snd/seq");
+    return isThere;
 }
 
 XServer::XServer(const QString& screen)

@@ -4,6 +4,7 @@
 #include <QProcess>
 
 #include <functional>
+#include <optional>
 
 // Ends the test program as failed, with the reason, where VELT_NEEDS_SERVERS is set.
 void failIfServersAreNeeded(const QString& whyThereIsNone);
@@ -37,8 +38,8 @@ private:
     QString reason;
 };
 
-// A JACK server with the dummy driver. Clients that this process and its children open afterwards
-// connect to it; stop them first.
+// A JACK server with the dummy driver. Ports that this process and its children open afterwards are
+// on it; close them first.
 class JackServer : public Server
 {
 public:
@@ -51,6 +52,21 @@ private:
     bool startNamed();
 
     QString name;
+};
+
+// What MIDI is tested over: the ALSA sequencer where the machine has one, else a JACK server, also
+// if VELT_MIDI is "jack". Ports that this process and its children open afterwards are on it.
+class MidiSystem
+{
+public:
+    MidiSystem();
+
+    static bool isAlsa();
+    bool isRunning() const { return !jack || jack->isRunning(); }
+    QString why() const { return jack ? jack->why() : QString(); }
+
+private:
+    std::optional<JackServer> jack;
 };
 
 // An X server with a virtual screen, for the programs whose DISPLAY is display().
