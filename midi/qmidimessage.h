@@ -4,6 +4,7 @@
 #include <QObject>
 
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 // Status bytes of MIDI 1.0 with the channel nibble cleared. A received system message other than
@@ -20,55 +21,66 @@ enum QMidiStatus : std::uint32_t {
 };
 
 // One MIDI message, as decoded fields and, once asked for, as raw bytes. Setters store what they
-// are given unchecked and return the message, so that calls can be chained. Not thread-safe; an
-// input port makes a message on RtMidi's thread and hands it over to the main thread.
+// are given unchecked and return the message, so that calls can be chained. Not thread-safe.
 class QMidiMessage : public QObject
 {
     Q_OBJECT
 
 public:
+    using Bytes = std::vector<unsigned char>;
+
     explicit QMidiMessage(QObject* parent = nullptr);
     QMidiMessage(const QMidiMessage& other); // A copy without parent.
     QMidiMessage& operator=(const QMidiMessage&) = delete;
 
-    [[nodiscard]] QMidiStatus getStatus() const;
-    [[nodiscard]] std::uint32_t getChannel() const; // 1 to 16; 0 for system messages.
-    [[nodiscard]] std::uint32_t getPitch() const; // Note number of note and key-pressure messages.
-    [[nodiscard]] std::uint32_t getVelocity() const; // Of note messages.
-    [[nodiscard]] std::uint32_t getControl() const;  // Controller number.
-    [[nodiscard]] std::uint32_t
-    getValue() const; // Controller, pressure, program or 14-bit pitch-bend value.
-    [[nodiscard]] double
-    getDeltaTime() const; // Milliseconds since the previous message of the input.
-    [[nodiscard]] std::vector<unsigned char> getSysExData() const; // From 0xF0 onward.
+    [[nodiscard]] QMidiStatus getStatus() const { return fields.status; }
+    [[nodiscard]] std::uint32_t getChannel() const { return fields.channel; }
+    [[nodiscard]] std::uint32_t getPitch() const { return fields.pitch; }
+    [[nodiscard]] std::uint32_t getVelocity() const { return fields.velocity; }
+    [[nodiscard]] std::uint32_t getControl() const { return fields.control; }
+    [[nodiscard]] std::uint32_t getValue() const { return fields.value; }
+    [[nodiscard]] double getDeltaTime() const { return fields.deltaTime; }
+    [[nodiscard]] Bytes getSysExData() const { return fields.sysExData; }
 
-    QMidiMessage* setStatus(QMidiStatus newStatus);
-    QMidiMessage* setChannel(std::uint32_t newChannel);
-    QMidiMessage* setPitch(std::uint32_t newPitch);
-    QMidiMessage* setVelocity(std::uint32_t newVelocity);
-    QMidiMessage* setControl(std::uint32_t newControl);
-    QMidiMessage* setValue(std::uint32_t newValue);
-    QMidiMessage* setDeltaTime(double milliseconds);
-    QMidiMessage* setSysExData(std::vector<unsigned char> bytes);
-    QMidiMessage* setRawMessage(std::vector<unsigned char> bytes);
+    QMidiMessage* setStatus(QMidiStatus status) { return set(fields.status, status); }
+    QMidiMessage* setChannel(std::uint32_t channel) { return set(fields.channel, channel); }
+    QMidiMessage* setPitch(std::uint32_t pitch) { return set(fields.pitch, pitch); }
+    QMidiMessage* setVelocity(std::uint32_t velocity) { return set(fields.velocity, velocity); }
+    QMidiMessage* setControl(std::uint32_t control) { return set(fields.control, control); }
+    QMidiMessage* setValue(std::uint32_t value) { return set(fields.value, value); }
+    QMidiMessage* setDeltaTime(double ms) { return set(fields.deltaTime, ms); }
+    QMidiMessage* setSysExData(Bytes bytes) { return set(fields.sysExData, std::move(bytes)); }
+    QMidiMessage* setRawMessage(Bytes bytes) { return set(fields.rawMessage, std::move(bytes)); }
 
     // Back to a new message's values; the raw bytes are forgotten.
-    void clear();
+    void clear() { fields = {}; }
 
     // The message as MIDI 1.0 bytes. Built from the fields at the first call and kept, so that
     // later field changes have no effect until clear() or setRawMessage(). Empty for statuses
     // without an encoding (pressure, pitch bend, unknown) and for empty System Exclusive data. A
     // missing 0xF7 is added at the end of System Exclusive data.
-    std::vector<unsigned char> getRawMessage();
+    Bytes getRawMessage();
 
 private:
-    QMidiStatus status{};
-    std::uint32_t channel = 1;
-    std::uint32_t pitch = 0;
-    std::uint32_t velocity = 0;
-    std::uint32_t control = 0;
-    std::uint32_t value = 0;
-    double deltaTime = 0;
-    std::vector<unsigned char> sysExData;
-    std::vector<unsigned char> rawMessage;
+    struct Fields
+    {
+        QMidiStatus status{};
+        std::uint32_t channel = 1;  // 1 to 16; 0 for system messages.
+        std::uint32_t pitch = 0;    // Note number of note and key-pressure messages.
+        std::uint32_t velocity = 0; // Of note messages.
+        std::uint32_t control = 0;  // Controller number.
+        std::uint32_t value = 0;    // Controller, pressure, program or 14-bit pitch-bend value.
+        double deltaTime = 0;       // Milliseconds since the previous message of the input.
+        Bytes sysExData;            // From 0xF0 onward.
+        Bytes rawMessage;
+    };
+
+    template <class Value>
+    QMidiMessage* set(Value& field, Value value)
+    {
+        field = std::move(value);
+        return this;
+    }
+
+    Fields fields;
 };
