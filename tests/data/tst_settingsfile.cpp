@@ -113,15 +113,15 @@ private slots:
         QTest::addColumn<QString>("place");
         QTest::addColumn<int>("room"); // Beside what the new file needs.
         QTest::addColumn<bool>("isWritten");
-        const QString old = QStringLiteral("old.ini");
+        const QString old = "old.ini";
         QTest::newRow("room for nothing") << old << -wholeFile.size() << false;
         QTest::newRow("room for a part of the old file") << old << -300 << false;
         QTest::newRow("room for all but the last byte") << old << -1 << false;
         QTest::newRow("room for a part of the end mark") << old << 5 << false;
         QTest::newRow("room enough") << old << 100 << true;
-        QTest::newRow("a new file") << QStringLiteral("new.ini") << -1 << false;
-        QTest::newRow("below a file") << QStringLiteral("old.ini/below.ini") << 100 << false;
-        QTest::newRow("a directory") << QStringLiteral(".") << 100 << false;
+        QTest::newRow("a new file") << "new.ini" << -1 << false;
+        QTest::newRow("below a file") << "old.ini/below.ini" << 100 << false;
+        QTest::newRow("a directory") << "." << 100 << false;
     }
 
     void writesAllOrNothing()
@@ -130,19 +130,19 @@ private slots:
         QFETCH(int, room);
         QFETCH(bool, isWritten);
         const QTemporaryDir home;
-        const QString old = home.filePath(QStringLiteral("old.ini"));
+        const QString old = home.filePath("old.ini");
         QVERIFY(QFile::rename(fileWith(oldFile), old));
         {
             const FullDisk disk(static_cast<rlim_t>(wholeFile.size() + room));
             const bool result = writeSettingsFile(home.filePath(place), [](QSettings& file) {
-                file.setValue(QStringLiteral("B"), 20);
-                file.setValue(QStringLiteral("A"), QString(400, QLatin1Char('a')));
-                file.setValue(QStringLiteral("zoo/Z"), 1);
+                file.setValue("B", 20);
+                file.setValue("A", QString(400, 'a'));
+                file.setValue("zoo/Z", 1);
             });
             QCOMPARE(result, isWritten);
         }
         QCOMPARE(bytes(old), isWritten ? wholeFile : oldFile);
-        QCOMPARE(namesIn(home.path()), QStringList(QStringLiteral("old.ini")));
+        QCOMPARE(namesIn(home.path()), QStringList("old.ini"));
     }
 
     void failedValuesAreForgotten()
@@ -151,7 +151,7 @@ private slots:
         {
             const FullDisk disk(300);
             QVERIFY(!writeSettingsFile(path, [](QSettings& settings) {
-                settings.setValue(QStringLiteral("Failed"), QString(30'000, QLatin1Char('a')));
+                settings.setValue("Failed", QString(30'000, 'a'));
             }));
         }
         const QByteArray good("[General]\nMode=3\n");
@@ -159,9 +159,9 @@ private slots:
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.write(good);
         file.close();
-        QCOMPARE(valueOf(path, QStringLiteral("Mode")), 3);
+        QCOMPARE(valueOf(path, "Mode"), 3);
         QCOMPARE(bytes(path), good);
-        QVERIFY(setValue(path, QStringLiteral("Next"), 4));
+        QVERIFY(setValue(path, "Next", 4));
         QCOMPARE(bytes(path), good + "Next=4\n");
     }
 
@@ -169,7 +169,7 @@ private slots:
     {
         const QString path = fileWith("[General]\n" + kHarmfulValues + "Mode=2\n");
         const FullDisk disk(0);
-        QCOMPARE(valueOf(path, QStringLiteral("Mode")), 2);
+        QCOMPARE(valueOf(path, "Mode"), 2);
     }
 
     void linksAndPermissionsStay()
@@ -178,9 +178,9 @@ private slots:
         const QString link = freshPath();
         QVERIFY(QFile::link(path, link));
         QCOMPARE(chmod(qPrintable(path), 0640), 0);
-        QVERIFY(setValue(link, QStringLiteral("Mode"), 2));
+        QVERIFY(setValue(link, "Mode", 2));
         QCOMPARE(QFileInfo(link).symLinkTarget(), path);
-        QCOMPARE(valueOf(path, QStringLiteral("Mode")), 2);
+        QCOMPARE(valueOf(path, "Mode"), 2);
         struct stat status
         {
         };
@@ -196,10 +196,8 @@ private slots:
         QCOMPARE(chown(qPrintable(path), isRoot ? kNobody : getuid(), getgid()), 0);
         for (const mode_t mode : {0400U, 0600U}) {
             QCOMPARE(chmod(qPrintable(path), mode), 0);
-            const pid_t user = start([&] {
-                return (!isRoot || setuid(kNobody) == 0) &&
-                       setValue(path, QStringLiteral("Mode"), 2);
-            });
+            const pid_t user = start(
+                [&] { return (!isRoot || setuid(kNobody) == 0) && setValue(path, "Mode", 2); });
             QCOMPARE(endedWell(user), mode == 0600U);
         }
     }
@@ -214,8 +212,8 @@ private slots:
             }
             return isSaved;
         };
-        const pid_t child = start([&] { return saveEach(QStringLiteral("A")); });
-        QVERIFY(saveEach(QStringLiteral("B")));
+        const pid_t child = start([&] { return saveEach("A"); });
+        QVERIFY(saveEach("B"));
         QVERIFY(endedWell(child));
         qsizetype keys = 0;
         readSettingsFile(path, [&](const QSettings& file) { keys = file.allKeys().size(); });
@@ -225,8 +223,8 @@ private slots:
     void stoppedSaveFailsTheNextAndKilledOneDoesNot()
     {
         const QTemporaryDir home;
-        const QString path = home.filePath(QStringLiteral("a.ini"));
-        const QString mode = QStringLiteral("Mode");
+        const QString path = home.filePath("a.ini");
+        const QString mode = "Mode";
         QVERIFY(setValue(path, mode, 1));
         const pid_t child = start([&] {
             return writeSettingsFile(path, [&](QSettings& file) {
@@ -246,60 +244,59 @@ private slots:
         QVERIFY(namesIn(home.path()).size() > 1);
         QVERIFY(setValue(path, mode, 4));
         QCOMPARE(valueOf(path, mode), 4);
-        QCOMPARE(namesIn(home.path()), QStringList(QStringLiteral("a.ini")));
+        QCOMPARE(namesIn(home.path()), QStringList("a.ini"));
     }
 
     void firstSaveOfARunLeavesABackup()
     {
         const QString directory = QFileInfo(setListFilePath()).path();
-        QVERIFY(run({QStringLiteral("One"), QStringLiteral("Two")}));
-        QCOMPARE(namesIn(directory), QStringList(QStringLiteral("VELTSetting.ini")));
-        QVERIFY(run({QStringLiteral("Three"), QStringLiteral("Four")}));
-        QCOMPARE(firstSongOf(setListBackupPath()), QStringLiteral("Two"));
+        QVERIFY(run({"One", "Two"}));
+        QCOMPARE(namesIn(directory), QStringList("VELTSetting.ini"));
+        QVERIFY(run({"Three", "Four"}));
+        QCOMPARE(firstSongOf(setListBackupPath()), QString("Two"));
         QVERIFY(QFile::remove(setListFilePath()));
-        QVERIFY(run({QStringLiteral("Five")}));
-        QCOMPARE(firstSongOf(setListBackupPath()), QStringLiteral("Two"));
-        QCOMPARE(namesIn(directory), (QStringList{QStringLiteral("VELTSetting-backup.ini"),
-                                                  QStringLiteral("VELTSetting.ini")}));
+        QVERIFY(run({"Five"}));
+        QCOMPARE(firstSongOf(setListBackupPath()), QString("Two"));
+        QCOMPARE(namesIn(directory), (QStringList{"VELTSetting-backup.ini", "VELTSetting.ini"}));
     }
 
     void failedSaveLeavesTheBackupToTheNext()
     {
-        QVERIFY(run({QString(200, QLatin1Char('1'))}));
-        QVERIFY(run({QString(200, QLatin1Char('2'))}));
+        QVERIFY(run({QString(200, '1')}));
+        QVERIFY(run({QString(200, '2')}));
         const QByteArray backup = bytes(setListBackupPath());
         const QByteArray saved = bytes(setListFilePath());
         QVERIFY(endedWell(start([&] {
             {
                 const FullDisk disk(200);
-                saveSong(setListFilePath(), QStringLiteral("Three"));
+                saveSong(setListFilePath(), "Three");
             }
             const bool isKept = bytes(setListBackupPath()) == backup;
-            saveSong(setListFilePath(), QStringLiteral("Four"));
+            saveSong(setListFilePath(), "Four");
             return isKept;
         })));
         QCOMPARE(bytes(setListBackupPath()), saved);
-        QCOMPARE(firstSongOf(setListFilePath()), QStringLiteral("Four"));
+        QCOMPARE(firstSongOf(setListFilePath()), QString("Four"));
     }
 
     void backupThatFailsStopsNothing()
     {
-        QVERIFY(QDir().mkpath(setListBackupPath() + QLatin1String("/in the way")));
-        QVERIFY(run({QStringLiteral("One")}));
-        QVERIFY(run({QStringLiteral("Two")}));
+        QVERIFY(QDir().mkpath(setListBackupPath() + "/in the way"));
+        QVERIFY(run({"One"}));
+        QVERIFY(run({"Two"}));
     }
 
     void otherFilesGetNoBackup()
     {
-        QVERIFY(run({QStringLiteral("One")}));
+        QVERIFY(run({"One"}));
         QVERIFY(endedWell(start([this] {
             const QString other = fileWith(oldFile);
-            saveSong(other, QStringLiteral("Two"));
+            saveSong(other, "Two");
             const bool isNone = !QFile::exists(setListBackupPath());
-            saveSong(setListFilePath(), QStringLiteral("Three"));
+            saveSong(setListFilePath(), "Three");
             return isNone;
         })));
-        QCOMPARE(firstSongOf(setListBackupPath()), QStringLiteral("One"));
+        QCOMPARE(firstSongOf(setListBackupPath()), QString("One"));
     }
 
 private:
