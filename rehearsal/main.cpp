@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "practice.h"
 #include "process.h"
+#include "quitsignals.h"
 #include "rehearsalwindow.h"
 #include "usage.h"
 
@@ -81,7 +82,9 @@ int main(int argc, char** argv)
 
     settleToolkit();
     QApplication application(argc, argv);
-    const QuitOnSignals quitOnSignals;
+    const QuitSignals quitSignals;
+    QObject::connect(&quitSignals, &QuitSignals::quitRequested, &application,
+                     &QCoreApplication::quit);
     // Goes last: closing the ports of a stalled MIDI server takes a while.
     Practice practice;
     RehearsalWindow window(*daw);

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "process.h"
 
-#include <QCoreApplication>
 #include <QFile>
 
 #include <array>
@@ -14,17 +13,6 @@
 namespace {
 
 constexpr int kLineLimit = 1000; // Bytes; far longer than any command.
-
-std::array<int, 2> signalPipe = {-1, -1}; // Reading end, writing end.
-
-extern "C" void noteSignal(int)
-{
-    const int before = errno;
-    const char token = 0;
-    // A full pipe already makes the program quit.
-    [[maybe_unused]] const auto written = ::write(signalPipe[1], &token, 1);
-    errno = before;
-}
 
 } // namespace
 
@@ -48,21 +36,6 @@ bool takeProcessName(const QByteArray& name)
     }
     QFile comm(QStringLiteral("/proc/self/comm"));
     return comm.open(QIODevice::ReadOnly) && comm.readAll() == name + '\n';
-}
-
-QuitOnSignals::QuitOnSignals()
-{
-    if (::pipe2(signalPipe.data(), O_CLOEXEC | O_NONBLOCK) != 0) {
-        return; // The signals keep their default effect.
-    }
-    auto* notifier = new QSocketNotifier(signalPipe[0], QSocketNotifier::Read, this);
-    connect(notifier, &QSocketNotifier::activated, this, [notifier] {
-        notifier->setEnabled(false);
-        QCoreApplication::quit();
-    });
-    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
-        std::signal(number, noteSignal);
-    }
 }
 
 LineReader::LineReader(int readFrom)

@@ -5,7 +5,7 @@
 #include <QObject>
 #include <QSocketNotifier>
 
-// Set-up of this process: standard streams, name, signals, standard input.
+// Set-up of this process: standard streams, name, standard input.
 
 // Makes sure that descriptors 0 to 2 exist, so that no other file gets the number of a standard
 // stream that the parent closed. Ignores SIGPIPE and the stop signals of a terminal in whose
@@ -15,16 +15,6 @@ void settleStandardStreams();
 // Gives the main thread, and so the process, this name (at most 15 bytes). Call it on the main
 // thread before other threads start. False: the name was not set.
 bool takeProcessName(const QByteArray& name);
-
-// Turns SIGINT, SIGTERM and SIGHUP into an orderly QCoreApplication::quit(). One instance, made
-// after the application object.
-class QuitOnSignals : public QObject
-{
-    Q_OBJECT
-
-public:
-    QuitOnSignals();
-};
 
 // Reads lines from a descriptor without blocking the event loop. At its end, or after an error,
 // emits no more lines.
