@@ -6,40 +6,6 @@
 #include <QTimerEvent>
 #include <QWheelEvent>
 
-template <typename Base>
-void ExWidget<Base>::keyPressEvent(QKeyEvent* event)
-{
-    if (owner) {
-        owner->onKeyEvent(event);
-    }
-}
-
-template <typename Base>
-void ExWidget<Base>::focusInEvent(QFocusEvent*)
-{
-    setFocusFlag(true);
-}
-
-template <typename Base>
-void ExWidget<Base>::focusOutEvent(QFocusEvent*)
-{
-    setFocusFlag(false);
-}
-
-template <typename Base>
-void ExWidget<Base>::setFocusFlag(bool hasFocus)
-{
-    focusFlag = hasFocus;
-    if (owner) {
-        owner->onFocus();
-    }
-}
-
-template class ExWidget<QPushButton>;
-template class ExWidget<QComboBox>;
-template class ExWidget<QCheckBox>;
-template class ExWidget<QTableWidget>;
-
 void ExPushButton::focusInEvent(QFocusEvent* event)
 {
     if (owner && text() == QLatin1String("Edit")) {

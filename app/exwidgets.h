@@ -38,15 +38,27 @@ public:
     [[nodiscard]] bool hasFocusFlag() const { return focusFlag; }
 
 protected:
-    void keyPressEvent(QKeyEvent* event) override;
-    void focusInEvent(QFocusEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        if (owner) {
+            owner->onKeyEvent(event);
+        }
+    }
+    void focusInEvent(QFocusEvent*) override { setFocusFlag(true); }
+    void focusOutEvent(QFocusEvent*) override { setFocusFlag(false); }
 
-    bool focusFlag = false;  // The widget holds the keyboard focus.
     KeyAndFocusOwner* owner; // Not owned; null outside an operator window.
 
 private:
-    void setFocusFlag(bool hasFocus);
+    void setFocusFlag(bool hasFocus)
+    {
+        focusFlag = hasFocus;
+        if (owner) {
+            owner->onFocus();
+        }
+    }
+
+    bool focusFlag = false; // The widget holds the keyboard focus.
 };
 
 // A button whose text is "Edit" passes the focus on to the set-list table.

@@ -37,11 +37,9 @@ void SetListTable::setMarkColors(const QColor& sent, const QColor& next)
 
 void SetListTable::fill(const std::vector<EditDataSet>& setList, const Run& run)
 {
-    const TableLook::Refill refill(this);
-    for (const EditDataSet& entry : setList) {
-        const int row = rowCount();
+    TableLook::fill(this, setList, [&](QTableWidget*, int row, const EditDataSet& entry) {
         insertSet(row, entry, run.stateOf(row));
-    }
+    });
 }
 
 bool SetListTable::isUpToDate(const std::vector<EditDataSet>& setList) const

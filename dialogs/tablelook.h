@@ -55,19 +55,12 @@ private:
     QTableWidget* table;
 };
 
-// Removes all rows of a table and keeps its updates off for as long as this lives, so that filling
-// it takes linear time.
-class Refill : UpdatesOff
-{
-public:
-    explicit Refill(QTableWidget* filled) : UpdatesOff(filled) { filled->setRowCount(0); }
-};
-
-// Fills a table with one row for each element, by insert(table, row, element).
+// Replaces all rows of a table by one for each element, by insert(table, row, element).
 template <typename Element, typename Insert>
 void fill(QTableWidget* table, const std::vector<Element>& elements, const Insert& insert)
 {
-    const Refill refill(table);
+    const UpdatesOff updatesOff(table); // Else it takes quadratic time.
+    table->setRowCount(0);
     int row = 0;
     for (const Element& element : elements) {
         insert(table, row++, element);
