@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-// The workstations that the rehearsal can stand in for.
+// The DAWs that the rehearsal can stand in for.
 enum class Daw { ProTools, StudioOne };
 
-// What a workstation can be told to jump to.
-enum class Place { Bar, Marker };
+// What a DAW can be told to jump to.
+enum class Target { Bar, Marker };

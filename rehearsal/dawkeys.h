@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-// The keys that a workstation understands, as macOS virtual key codes: those of mackeys.h.
+// The keys that a DAW understands, as macOS virtual key codes: those of mackeys.h.
 
 constexpr int kOtherKey = -1; // Any other key.
 

@@ -19,13 +19,13 @@ QColor colorOf(EventLog::Tone tone)
 {
     switch (tone) {
     case EventLog::Good:
-        return look::kLocated;
+        return Look::kLocated;
     case EventLog::Bad:
-        return look::kWrongText;
+        return Look::kWrongText;
     case EventLog::Plain:
         break;
     }
-    return look::kText;
+    return Look::kText;
 }
 
 } // namespace
@@ -72,7 +72,7 @@ void EventLog::showPending()
         if (cursor.position() > 0) {
             cursor.insertBlock();
         }
-        format.setForeground(look::kDim);
+        format.setForeground(Look::kDim);
         cursor.insertText(line.time + QStringLiteral("  "), format);
         format.setForeground(colorOf(line.tone));
         cursor.insertText(line.text, format);

@@ -25,10 +25,10 @@ QString keyText(const KeyPress& key)
     return text;
 }
 
-QString locatedText(Place place, int number)
+QString locatedText(Target target, int number)
 {
-    return (place == Place::Bar ? QStringLiteral("located bar ")
-                                : QStringLiteral("located marker ")) +
+    return (target == Target::Bar ? QStringLiteral("located bar ")
+                                  : QStringLiteral("located marker ")) +
            QString::number(number);
 }
 
@@ -37,12 +37,12 @@ QString transportText(bool isPlaying)
     return isPlaying ? QStringLiteral("transport playing") : QStringLiteral("transport stopped");
 }
 
-QString noteText(bool wasSent, bool isOn, int note, MidiPorts::Out out)
+QString noteText(bool wasSent, bool isOn, int note, RehearsalPorts::Out out)
 {
     return (wasSent ? QStringLiteral("sent note ") : QStringLiteral("not sent note ")) +
            (isOn ? QStringLiteral("on ") : QStringLiteral("off ")) + QString::number(note) +
-           (out == MidiPorts::FootSwitch ? QStringLiteral(" foot switch")
-                                         : QStringLiteral(" daw notes"));
+           (out == RehearsalPorts::FootSwitch ? QStringLiteral(" foot switch")
+                                              : QStringLiteral(" daw notes"));
 }
 
 std::optional<bool> mmcStarts(const std::vector<unsigned char>& bytes)

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "locateparser.h"
-#include "midiports.h"
+#include "rehearsalports.h"
 
 #include <QString>
 
@@ -28,14 +28,14 @@ struct KeyPress
     int macKey;           // kOtherKey: none of those that locating takes.
     std::uint32_t keysym; // X keysym.
     bool command;         // Control is what the Mac's Command is elsewhere.
-    bool isRepeat;        // Auto-repeat of a key that is held; the workstation ignores it.
+    bool isRepeat;        // Auto-repeat of a key that is held; the DAW ignores it.
 };
 
 QString midiText(const std::vector<unsigned char>& bytes);
 QString keyText(const KeyPress& key);
-QString locatedText(Place place, int number);
+QString locatedText(Target target, int number);
 QString transportText(bool isPlaying);
-QString noteText(bool wasSent, bool isOn, int note, MidiPorts::Out out);
+QString noteText(bool wasSent, bool isOn, int note, RehearsalPorts::Out out);
 
 // Whether an MMC command for any device starts (true) or stops the transport; nothing for every
 // other message. MMC is Universal Real Time System Exclusive, sub-ID 06 (MIDI 1.0, RP-013).

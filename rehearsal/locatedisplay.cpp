@@ -42,9 +42,9 @@ void drawFitted(QPainter& painter, const QRectF& area, Qt::Alignment alignment, 
     painter.drawText(QPointF(area.left() + left, area.center().y() + fitted.capHeight() / 2), text);
 }
 
-QString captionOf(Place place)
+QString captionOf(Target target)
 {
-    return place == Place::Bar ? LocateDisplay::tr("BAR") : LocateDisplay::tr("MARKER");
+    return target == Target::Bar ? LocateDisplay::tr("BAR") : LocateDisplay::tr("MARKER");
 }
 
 } // namespace
@@ -61,14 +61,14 @@ void LocateDisplay::showPlaying(bool plays)
     update();
 }
 
-void LocateDisplay::showTyping(Place place, const QString& digits)
+void LocateDisplay::showTyping(Target target, const QString& digits)
 {
-    change(Typing, captionOf(place) + QStringLiteral(" ?"), digits);
+    change(Typing, captionOf(target) + QStringLiteral(" ?"), digits);
 }
 
-void LocateDisplay::showLocated(Place place, int number)
+void LocateDisplay::showLocated(Target target, int number)
 {
-    change(Located, captionOf(place), QString::number(number));
+    change(Located, captionOf(target), QString::number(number));
 }
 
 void LocateDisplay::showWrong(const QString& keys)
@@ -88,15 +88,15 @@ QColor LocateDisplay::textColor() const
 {
     switch (state) {
     case Typing:
-        return look::kTyping;
+        return Look::kTyping;
     case Located:
-        return look::kLocated;
+        return Look::kLocated;
     case Wrong:
         return Qt::white;
     case Empty:
         break;
     }
-    return look::kDim;
+    return Look::kDim;
 }
 
 void LocateDisplay::paintEvent(QPaintEvent*)
@@ -104,7 +104,7 @@ void LocateDisplay::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(state == Wrong ? look::kWrong : look::kPanel);
+    painter.setBrush(state == Wrong ? Look::kWrong : Look::kPanel);
     painter.drawRoundedRect(rect(), 8, 8);
 
     const qreal margin = kMargin * height();
@@ -139,7 +139,7 @@ void LocateDisplay::paintEvent(QPaintEvent*)
 void LocateDisplay::paintTransport(QPainter& painter, const QRectF& area) const
 {
     const QColor color =
-        state == Wrong ? QColor(Qt::white) : (isPlaying ? look::kPlaying : look::kDim);
+        state == Wrong ? QColor(Qt::white) : (isPlaying ? Look::kPlaying : Look::kDim);
     const qreal size = area.height();
     const QRectF sign(area.topLeft(), QSizeF(size, size));
     QPainterPath path;
@@ -156,6 +156,6 @@ void LocateDisplay::paintTransport(QPainter& painter, const QRectF& area) const
     const QString word = isPlaying ? tr("PLAYING") : tr("STOPPED");
     drawFitted(painter, half.adjusted(size * 1.6, 0, 0, 0), Qt::AlignLeft, word, word);
 
-    painter.setPen(state == Wrong ? QColor(Qt::white) : look::kDim);
+    painter.setPen(state == Wrong ? QColor(Qt::white) : Look::kDim);
     drawFitted(painter, half.translated(half.width(), 0), Qt::AlignRight, name, name);
 }

@@ -7,8 +7,8 @@
 
 #include <optional>
 
-// The workstation's counter, readable from metres away: transport, what was located, or the number
-// that is being typed. A wrong sequence fills the whole area in red until the next entry is opened.
+// The DAW's counter, readable from metres away: transport, what was located, or the number that is
+// being typed. A wrong sequence fills the whole area in red until the next entry is opened.
 // Everything scales with the widget.
 class LocateDisplay : public QWidget
 {
@@ -18,8 +18,8 @@ public:
     explicit LocateDisplay(QString dawName, QWidget* parent = nullptr);
 
     void showPlaying(bool plays);
-    void showTyping(Place place, const QString& digits);
-    void showLocated(Place place, int number);
+    void showTyping(Target target, const QString& digits);
+    void showLocated(Target target, int number);
     void showWrong(const QString& keys); // Such as "= 1 Tab (key does not belong here)".
 
 protected:

@@ -7,17 +7,17 @@
 struct LocateParser::Sequence
 {
     Daw daw;
-    Place place;
+    Target target;
     int opener;
     bool openerWithCommand;
     int closer;
 };
 
 const LocateParser::Sequence LocateParser::kSequences[] = {
-    {Daw::ProTools, Place::Bar, kKeyKeypadEquals, false, kKeyKeypadEnter},
-    {Daw::ProTools, Place::Marker, kKeyKeypadDecimal, false, kKeyKeypadDecimal},
-    {Daw::StudioOne, Place::Bar, kKeyT, true, kKeyReturn},
-    {Daw::StudioOne, Place::Marker, kKeySemicolon, true, kKeyKeypadEnter},
+    {Daw::ProTools, Target::Bar, kKeyKeypadEquals, false, kKeyKeypadEnter},
+    {Daw::ProTools, Target::Marker, kKeyKeypadDecimal, false, kKeyKeypadDecimal},
+    {Daw::StudioOne, Target::Bar, kKeyT, true, kKeyReturn},
+    {Daw::StudioOne, Target::Marker, kKeySemicolon, true, kKeyKeypadEnter},
 };
 
 namespace {
@@ -29,13 +29,13 @@ QString strokeLabel(int macKey, bool command)
 
 } // namespace
 
-LocateParser::LocateParser(Daw stoodInFor) : daw(stoodInFor)
+LocateParser::LocateParser(Daw ofDaw) : daw(ofDaw)
 {
 }
 
-std::optional<Place> LocateParser::openPlace() const
+std::optional<Target> LocateParser::openTarget() const
 {
-    return open ? std::optional(open->place) : std::nullopt;
+    return open ? std::optional(open->target) : std::nullopt;
 }
 
 std::optional<DawEvent> LocateParser::press(int macKey, bool command)
@@ -75,7 +75,7 @@ std::optional<DawEvent> LocateParser::pressInEntry(int macKey, bool command)
 
     const bool closes = macKey == open->closer && !command;
     if (closes && !number.isEmpty()) {
-        const DawEvent located{DawEvent::Located, open->place, number.toInt(), QString()};
+        const DawEvent located{DawEvent::Located, open->target, number.toInt(), QString()};
         open = nullptr;
         return located;
     }
@@ -94,10 +94,10 @@ std::optional<DawEvent> LocateParser::pressOutside(int macKey, bool command)
     const int digit = keypadDigit(macKey);
     lost = lost && digit >= 0; // Anything but a digit ends the rest of a wrong sequence.
     if (macKey == kKeySpace) {
-        return DawEvent{DawEvent::TogglePlay, Place::Bar, 0, QString()};
+        return DawEvent{DawEvent::TogglePlay, Target::Bar, 0, QString()};
     }
     if (macKey == kKeyKeypadEnter && daw == Daw::StudioOne && !wasLost) {
-        return DawEvent{DawEvent::Play, Place::Bar, 0, QString()};
+        return DawEvent{DawEvent::Play, Target::Bar, 0, QString()};
     }
     if (digit > 0 && !wasLost) {
         keys = QStringList{keyLabel(macKey)};
@@ -111,6 +111,6 @@ DawEvent LocateParser::wrong(const QString& reason)
     open = nullptr;
     number.clear();
     lost = true;
-    return {DawEvent::WrongSequence, Place::Bar, 0,
+    return {DawEvent::WrongSequence, Target::Bar, 0,
             keys.join(QLatin1Char(' ')) + QStringLiteral(" (") + reason + QLatin1Char(')')};
 }

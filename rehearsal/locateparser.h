@@ -8,23 +8,23 @@
 
 #include <optional>
 
-// What a key made the workstation do.
+// What a key made the DAW do.
 struct DawEvent
 {
     enum Kind {
-        Located,       // place and number say where.
+        Located,       // target and number say where.
         WrongSequence, // text says which keys, and what is wrong with them.
         TogglePlay,
         Play,
     };
     Kind kind;
-    Place place = Place::Bar;
+    Target target = Target::Bar;
     int number = 0;
     QString text;
 };
 
-// Interprets the keys that a workstation gets, as that workstation would. One key press in, at most
-// one event out; knows no window, no clock and no MIDI. Takes no releases and no auto-repeats.
+// Interprets the keys that a DAW gets, as that DAW would. One key press in, at most one event out;
+// knows no window, no clock and no MIDI. Takes no releases and no auto-repeats.
 //
 //   Pro Tools   bar     keypad =    digits  keypad Enter
 //               marker  keypad .    digits  keypad .
@@ -42,13 +42,13 @@ struct DawEvent
 class LocateParser
 {
 public:
-    explicit LocateParser(Daw stoodInFor);
+    explicit LocateParser(Daw ofDaw);
 
     // `macKey` is a macOS virtual key code, or kOtherKey; `command`: Command was held.
     std::optional<DawEvent> press(int macKey, bool command);
 
     // The entry that is being typed, for display; nullopt while none is open.
-    [[nodiscard]] std::optional<Place> openPlace() const;
+    [[nodiscard]] std::optional<Target> openTarget() const;
     [[nodiscard]] QString digits() const { return number; }
 
 private:

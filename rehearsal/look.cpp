@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "look.h"
 
-QString look::styleSheet()
+QString Look::styleSheet()
 {
     return QStringLiteral(R"(
 RehearsalWindow { background-color: %1; }

@@ -5,7 +5,7 @@
 #include <QString>
 
 // The colours of the rehearsal's window: dark and calm, for a dark stage.
-namespace look {
+namespace Look {
 
 inline const QColor kWindow(0x11, 0x17, 0x1B);
 inline const QColor kPanel(0x0B, 0x10, 0x13);
@@ -19,4 +19,4 @@ inline const QColor kWrongText(0xFF, 0x6B, 0x78); // On the dark background.
 
 QString styleSheet();
 
-} // namespace look
+} // namespace Look

@@ -23,7 +23,7 @@ void setDefaultInEnvironment(const char* name, const char* value)
     }
 }
 
-void settleToolkit()
+void setUpQt()
 {
     // No OpenGL: its libraries would take most of the memory.
     setDefaultInEnvironment("QT_XCB_GL_INTEGRATION", "none");
@@ -59,7 +59,7 @@ void practise(Practice& practice, RehearsalWindow& window, Daw daw)
 
 int main(int argc, char** argv)
 {
-    settleStandardStreams();
+    prepareStandardStreams();
     QStringList arguments;
     for (int i = 1; i < argc; ++i) {
         arguments += QString::fromLocal8Bit(argv[i]);
@@ -77,15 +77,15 @@ int main(int argc, char** argv)
         return kUsageError;
     }
     if (!takeProcessName(name.toLocal8Bit())) {
-        std::fputs("velt-rehearsal: this process cannot take the workstation's name\n", stderr);
+        std::fputs("velt-rehearsal: this process cannot take the DAW's name\n", stderr);
     }
 
-    settleToolkit();
+    setUpQt();
     QApplication application(argc, argv);
     const QuitSignals quitSignals;
     QObject::connect(&quitSignals, &QuitSignals::quitRequested, &application,
                      &QCoreApplication::quit);
-    // Goes last: closing the ports of a stalled MIDI server takes a while.
+    // Destroyed last: closing the ports of a stalled MIDI server takes a while.
     Practice practice;
     RehearsalWindow window(*daw);
     LineReader commands(STDIN_FILENO);

@@ -9,7 +9,7 @@ constexpr unsigned char kNoteOff = 0x80;
 
 } // namespace
 
-NotePlayer::NotePlayer(MidiPorts& midiPorts) : ports(midiPorts)
+NotePlayer::NotePlayer(RehearsalPorts& midiPorts) : ports(midiPorts)
 {
 }
 
@@ -23,7 +23,7 @@ void NotePlayer::releaseAll()
     }
 }
 
-void NotePlayer::strike(MidiPorts::Out out, int note)
+void NotePlayer::strike(RehearsalPorts::Out out, int note)
 {
     auto& timer = timers[{out, note}];
     if (!timer) {
@@ -39,7 +39,7 @@ void NotePlayer::strike(MidiPorts::Out out, int note)
     timer->start();
 }
 
-void NotePlayer::send(bool isOn, MidiPorts::Out out, int note)
+void NotePlayer::send(bool isOn, RehearsalPorts::Out out, int note)
 {
     const auto pitch = static_cast<unsigned char>(note);
     const bool wasSent =

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "midiports.h"
+#include "rehearsalports.h"
 
 #include <QObject>
 #include <QTimer>
@@ -19,20 +19,20 @@ class NotePlayer : public QObject
 public:
     static constexpr unsigned char kVelocity = 100;
 
-    explicit NotePlayer(MidiPorts& ports);
+    explicit NotePlayer(RehearsalPorts& ports);
 
-    void strike(MidiPorts::Out out, int note);
+    void strike(RehearsalPorts::Out out, int note);
     // Ends all notes at once. Call it before the ports close.
     void releaseAll();
 
 signals:
     // One message was sent, or could not be (see noteText()).
-    void played(bool wasSent, bool isOn, int note, MidiPorts::Out out);
+    void played(bool wasSent, bool isOn, int note, RehearsalPorts::Out out);
 
 private:
-    void send(bool isOn, MidiPorts::Out out, int note);
+    void send(bool isOn, RehearsalPorts::Out out, int note);
 
-    MidiPorts& ports;
+    RehearsalPorts& ports;
     // One for each note that was ever played; active while it sounds.
-    std::map<std::pair<MidiPorts::Out, int>, std::unique_ptr<QTimer>> timers;
+    std::map<std::pair<RehearsalPorts::Out, int>, std::unique_ptr<QTimer>> timers;
 };

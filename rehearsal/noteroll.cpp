@@ -19,7 +19,7 @@ NoteRoll::NoteRoll(QWidget* parent) : QMidiPianoRoll(parent)
     setFocusPolicy(Qt::NoFocus);
     setInteractive(false);
     setFrameStyle(NoFrame);
-    setStyleSheet(QStringLiteral("background: %1").arg(look::kPanel.name()));
+    setStyleSheet(QStringLiteral("background: %1").arg(Look::kPanel.name()));
     setRenderHint(QPainter::Antialiasing);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

@@ -4,7 +4,7 @@
 #include "dawmodes.h"
 #include "displaystatus.h"
 #include "editdata.h"
-#include "midiports.h"
+#include "rehearsalports.h"
 #include "usage.h"
 
 #include <QCoreApplication>
@@ -31,7 +31,7 @@ void putSample(const QString& name, const QString& path)
 
 // The ports of a second rehearsal are numbered, and without MIDI the preferences may have lost
 // theirs.
-void namePorts(const QString& preferencePath, Daw daw, const MidiPorts& ports)
+void namePorts(const QString& preferencePath, Daw daw, const RehearsalPorts& ports)
 {
     EditData preferences;
     preferences.readPreference(preferencePath);
@@ -39,14 +39,14 @@ void namePorts(const QString& preferencePath, Daw daw, const MidiPorts& ports)
         preferences.Mode = modeOfProcess(dawName(daw));
     }
     if (ports.isOpen()) {
-        preferences.MidiInPort = ports.outputName(MidiPorts::DawNotes);
-        preferences.ShortcutMidiInPort = ports.outputName(MidiPorts::FootSwitch);
+        preferences.MidiInPort = ports.outputName(RehearsalPorts::DawNotes);
+        preferences.ShortcutMidiInPort = ports.outputName(RehearsalPorts::FootSwitch);
         preferences.MidiOutPort = ports.inputName();
     }
     preferences.writePreference(preferencePath);
 }
 
-void prepareSettings(Daw daw, const MidiPorts& ports, const QScreen& screen)
+void prepareSettings(Daw daw, const RehearsalPorts& ports, const QScreen& screen)
 {
     const QString folder = Practice::settingsFolder() + QStringLiteral("/VELT/");
     const QString preferences = QStringLiteral("VELTPreference.ini");
@@ -95,7 +95,7 @@ Practice::~Practice()
     }
 }
 
-void Practice::start(Daw daw, const MidiPorts& ports, const QScreen& screen)
+void Practice::start(Daw daw, const RehearsalPorts& ports, const QScreen& screen)
 {
     prepareSettings(daw, ports, screen);
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();

@@ -6,7 +6,7 @@
 #include <QObject>
 #include <QProcess>
 
-class MidiPorts;
+class RehearsalPorts;
 class QScreen;
 
 // A rehearsal in one step: starts VELT as a separate process, set up with the sample show and the
@@ -28,7 +28,7 @@ public:
 
     ~Practice() override;
 
-    void start(Daw daw, const MidiPorts& ports, const QScreen& screen);
+    void start(Daw daw, const RehearsalPorts& ports, const QScreen& screen);
 
 signals:
     void failed(const QString& why); // VELT cannot be started, or has crashed.

@@ -16,7 +16,7 @@ constexpr int kLineLimit = 1000; // Bytes; far longer than any command.
 
 } // namespace
 
-void settleStandardStreams()
+void prepareStandardStreams()
 {
     int descriptor = 0;
     do {

@@ -10,7 +10,7 @@
 // Makes sure that descriptors 0 to 2 exist, so that no other file gets the number of a standard
 // stream that the parent closed. Ignores SIGPIPE and the stop signals of a terminal in whose
 // background the program runs. First call in main().
-void settleStandardStreams();
+void prepareStandardStreams();
 
 // Gives the main thread, and so the process, this name (at most 15 bytes). Call it on the main
 // thread before other threads start. False: the name was not set.

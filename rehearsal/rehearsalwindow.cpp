@@ -38,7 +38,7 @@ RehearsalWindow::RehearsalWindow(Daw daw)
       midiState(new QLabel)
 {
     setWindowTitle(dawName(daw));
-    setStyleSheet(look::styleSheet());
+    setStyleSheet(Look::styleSheet());
     resize(900, 720);
 
     midiState->setWordWrap(true);
@@ -51,9 +51,10 @@ RehearsalWindow::RehearsalWindow(Daw daw)
     layout->addLayout(grid);
     layout->addWidget(midiState);
 
-    connect(&ports, &MidiPorts::received, this, &RehearsalWindow::takeMidi, Qt::QueuedConnection);
+    connect(&ports, &RehearsalPorts::received, this, &RehearsalWindow::takeMidi,
+            Qt::QueuedConnection);
     connect(&player, &NotePlayer::played, this,
-            [this](bool wasSent, bool isOn, int note, MidiPorts::Out out) {
+            [this](bool wasSent, bool isOn, int note, RehearsalPorts::Out out) {
                 report(takeMidi(), noteText(wasSent, isOn, note, out));
                 if (wasSent || !isOn) {
                     roll->showNote(note, isOn ? NotePlayer::kVelocity : 0);
@@ -72,8 +73,8 @@ RehearsalWindow::~RehearsalWindow()
 
 void RehearsalWindow::addButtons(QGridLayout* grid)
 {
-    constexpr MidiPorts::Out kPedal = MidiPorts::FootSwitch;
-    constexpr MidiPorts::Out kDaw = MidiPorts::DawNotes;
+    constexpr RehearsalPorts::Out kPedal = RehearsalPorts::FootSwitch;
+    constexpr RehearsalPorts::Out kDaw = RehearsalPorts::DawNotes;
     grid->addWidget(new QLabel(tr("Foot switch")), 0, 0);
     grid->addWidget(addNoteButton(Qt::Key_F1, tr("Song UP"), kPedal, 28), 0, 1);
     grid->addWidget(addNoteButton(Qt::Key_F2, tr("Song DOWN"), kPedal, 29), 0, 2);
@@ -100,7 +101,7 @@ QPushButton* RehearsalWindow::addButton(int key, const QString& text,
     return button;
 }
 
-QPushButton* RehearsalWindow::addNoteButton(int key, const QString& text, MidiPorts::Out out,
+QPushButton* RehearsalWindow::addNoteButton(int key, const QString& text, RehearsalPorts::Out out,
                                             int note)
 {
     return addButton(key, tr("%1\nF%2 · %3").arg(text).arg(key - Qt::Key_F1 + 1).arg(note),
@@ -122,17 +123,17 @@ void RehearsalWindow::showMidiState()
     if (ports.isOpen()) {
         const auto cell = [](const QString& preference, const QString& port) {
             return QStringLiteral("<td width=\"33%\">%1<br><font color=\"%2\">%3</font></td>")
-                .arg(preference, look::kText.name(), port.toHtmlEscaped());
+                .arg(preference, Look::kText.name(), port.toHtmlEscaped());
         };
         midiState->setText(
             QStringLiteral("<table width=\"100%\"><tr>") +
-            cell(tr("DAW Midi Input"), ports.outputName(MidiPorts::DawNotes)) +
-            cell(tr("Midi Controller Input"), ports.outputName(MidiPorts::FootSwitch)) +
+            cell(tr("DAW Midi Input"), ports.outputName(RehearsalPorts::DawNotes)) +
+            cell(tr("Midi Controller Input"), ports.outputName(RehearsalPorts::FootSwitch)) +
             cell(tr("DAW Midi Output"), ports.inputName()) + QStringLiteral("</tr></table>"));
     } else {
         midiState->setText(
             QStringLiteral("<b><font color=\"%1\">%2</font></b>")
-                .arg(look::kWrongText.name(),
+                .arg(Look::kWrongText.name(),
                      tr("No MIDI. Keys work; MMC, foot switch and end of song do not. "
                         "Start a MIDI server, then press F8.")));
     }
@@ -165,8 +166,8 @@ void RehearsalWindow::handleKey(QKeyEvent* event, bool isDown)
     if (const auto done = parser.press(key.macKey, key.command)) {
         react(*done, timeUs);
     }
-    if (const auto place = parser.openPlace()) {
-        display->showTyping(*place, parser.digits());
+    if (const auto target = parser.openTarget()) {
+        display->showTyping(*target, parser.digits());
     }
 }
 
@@ -188,8 +189,8 @@ void RehearsalWindow::react(const DawEvent& event, qint64 timeUs)
 {
     switch (event.kind) {
     case DawEvent::Located:
-        display->showLocated(event.place, event.number);
-        report(timeUs, locatedText(event.place, event.number), EventLog::Good);
+        display->showLocated(event.target, event.number);
+        report(timeUs, locatedText(event.target, event.number), EventLog::Good);
         break;
     case DawEvent::WrongSequence:
         display->showWrong(event.text);
@@ -213,8 +214,8 @@ void RehearsalWindow::setPlaying(bool plays, qint64 timeUs)
 
 qint64 RehearsalWindow::takeMidi()
 {
-    const MidiPorts::Inbox inbox = ports.takeInbox();
-    for (const MidiPorts::Message& message : inbox.messages) {
+    const RehearsalPorts::Inbox inbox = ports.takeInbox();
+    for (const RehearsalPorts::Message& message : inbox.messages) {
         report(message.timeUs, midiText(message.bytes));
         if (const auto starts = mmcStarts(message.bytes)) {
             setPlaying(*starts, message.timeUs);
@@ -246,9 +247,9 @@ void RehearsalWindow::runCommand(const QString& line)
     const int note = words.value(1).toInt(&isNumber);
     const bool isNote = words.size() == 2 && isNumber && note >= 0 && note <= kHighestNote;
     if (isNote && words[0] == QLatin1String("note")) {
-        player.strike(MidiPorts::FootSwitch, note);
+        player.strike(RehearsalPorts::FootSwitch, note);
     } else if (isNote && words[0] == QLatin1String("end")) {
-        player.strike(MidiPorts::DawNotes, note);
+        player.strike(RehearsalPorts::DawNotes, note);
     } else {
         report(takeMidi(), QStringLiteral("unknown command ") + line, EventLog::Bad);
     }

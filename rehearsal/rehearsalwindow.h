@@ -4,8 +4,8 @@
 #include "eventlog.h"
 #include "events.h"
 #include "locateparser.h"
-#include "midiports.h"
 #include "noteplayer.h"
+#include "rehearsalports.h"
 
 #include <QPushButton>
 #include <QWidget>
@@ -18,9 +18,9 @@ class NoteRoll;
 class QGridLayout;
 class QLabel;
 
-// The stand-in workstation's window. Every key that reaches it is the workstation's, except F1 to
-// F8, which press the buttons. Keys that another program posts arrive while the window is not
-// active: so it has no shortcuts, and no widget in it takes the focus.
+// The stand-in DAW's window. Every key that reaches it is the DAW's, except F1 to F8, which press
+// the buttons. Keys that another program posts arrive while the window is not active: so it has no
+// shortcuts, and no widget in it takes the focus.
 //
 // Everything that happens goes to the log and to standard output (see events.h). All on the main
 // thread.
@@ -32,7 +32,7 @@ public:
     explicit RehearsalWindow(Daw daw);
     ~RehearsalWindow() override;
 
-    [[nodiscard]] const MidiPorts& midiPorts() const { return ports; }
+    [[nodiscard]] const RehearsalPorts& midiPorts() const { return ports; }
 
     // A line of standard input (see usage.h).
     void runCommand(const QString& line);
@@ -42,7 +42,7 @@ public:
 protected:
     void keyPressEvent(QKeyEvent* event) override { handleKey(event, true); }
     void keyReleaseEvent(QKeyEvent* event) override { handleKey(event, false); }
-    bool focusNextPrevChild(bool) override { return false; } // Tab is a key of the workstation.
+    bool focusNextPrevChild(bool) override { return false; } // Tab is a key of the DAW.
     void showEvent(QShowEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -57,7 +57,7 @@ private:
     void addButtons(QGridLayout* grid);
     // A button that acts when it or its key is pressed down, as a foot switch does.
     QPushButton* addButton(int key, const QString& text, const std::function<void()>& act);
-    QPushButton* addNoteButton(int key, const QString& text, MidiPorts::Out out, int note);
+    QPushButton* addNoteButton(int key, const QString& text, RehearsalPorts::Out out, int note);
     void openMidi();
     void showMidiState();
 
@@ -70,7 +70,7 @@ private:
     void report(qint64 timeUs, const QString& text, EventLog::Tone tone = EventLog::Plain);
 
     LocateParser parser;
-    MidiPorts ports;
+    RehearsalPorts ports;
     NotePlayer player;
     bool isPlaying = false;
     bool isReady = false;

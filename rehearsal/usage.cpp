@@ -20,8 +20,8 @@ QString usageText()
 {
     return QStringLiteral(
         R"(Usage: velt-rehearsal [--practise] ["Pro Tools" | "Studio One"]
-Stands in for a digital audio workstation, so that a show can be practised without one. Its process
-has the workstation's name ("Pro Tools" if none is given); it understands the keys that locate a
+Stands in for a digital audio workstation (DAW), so that a show can be practised without one. Its
+process has the DAW's name ("Pro Tools" if none is given); it understands the keys that locate a
 song there, takes MMC, and has a foot switch and end-of-song notes to press.
 
 With --practise it starts VELT beside it, on settings that hold a sample show and name its ports.
@@ -35,17 +35,17 @@ MIDI ports, as VELT shows them (those of a second stand-in are numbered):
 
 The environment variable VELT_MIDI (alsa, jack or core) names the MIDI system, as for VELT.
 
-Keys in its window (all others belong to the workstation):
+Keys in its window (all others belong to the DAW):
   F1 to F5   foot switch: Song UP, Song DOWN, LOCATE, DAW PLAY, DAW STOP
   F6, F7     end of song, note 24 and note 36
   F8         open the MIDI ports again
-The workstation's own keys, while no number is being typed: Space starts and stops the transport;
-keypad Enter starts it in Studio One. Keypad 0, Tab and the like do nothing. Shift, Control, Num
-Lock and their kind are reported, but are never part of what is typed.
+The DAW's own keys, while no number is being typed: Space starts and stops the transport; keypad
+Enter starts it in Studio One. Keypad 0, Tab and the like do nothing. Shift, Control, Num Lock and
+their kind are reported, but are never part of what is typed.
 
 Commands on standard input, one a line (its end does not end the program):
   note N     presses key N (0 to 127) of the foot switch: note on, 100 ms later note off
-  end N      the same on the workstation's own port
+  end N      the same on the DAW's own port
   quit       ends the program
 
 Standard output gets one line an event, at once: the time in ms (CLOCK_MONOTONIC), then
@@ -55,7 +55,7 @@ Standard output gets one line an event, at once: the time in ms (CLOCK_MONOTONIC
   no midi                      the MIDI ports could not be opened
   key down 0x51                a key, by its macOS virtual key code; then "key up 0x51".
   key down 0x11 cmd            " cmd": with Command (Control here)
-  key down 0x52 repeat         " repeat": from a held key; the workstation ignores it
+  key down 0x52 repeat         " repeat": from a held key; the DAW ignores it
   key down other 0xFF1B        a key without a code here, by its X keysym
   located bar 105
   located marker 7

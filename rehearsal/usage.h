@@ -7,7 +7,7 @@
 
 #include <optional>
 
-// The process name of the workstation.
+// The process name of the DAW.
 QString dawName(Daw daw);
 std::optional<Daw> dawOfName(const QString& name);
 

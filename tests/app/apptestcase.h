@@ -8,7 +8,7 @@
 
 #include <QFile>
 
-// Where the workstations stand in the list of applications that every test function starts with.
+// Where the DAWs stand in the list of applications that every test function starts with.
 constexpr int kProTools = 1;
 constexpr int kStudioOne = 2;
 

@@ -20,7 +20,7 @@ int codeOf(char key)
 QString textOf(const DawEvent& event)
 {
     if (event.kind == DawEvent::Located) {
-        return (event.place == Place::Bar ? "bar " : "marker ") + QString::number(event.number);
+        return (event.target == Target::Bar ? "bar " : "marker ") + QString::number(event.number);
     }
     if (event.kind == DawEvent::WrongSequence) {
         return "wrong " + event.text;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "midiports.h"
+#include "rehearsalports.h"
 
 #include "clock.h"
 
@@ -34,7 +34,7 @@ QString openVirtual(MidiPort& port, const char* client, const char* name, MidiPo
 
 } // namespace
 
-MidiPorts::MidiPorts(QObject* parent)
+RehearsalPorts::RehearsalPorts(QObject* parent)
     : QObject(parent),
       input(kMmcClient, {}, callback, this),
       outputs{{{kDawClient, {}}, {kFootSwitchClient, {}}}}
@@ -42,12 +42,12 @@ MidiPorts::MidiPorts(QObject* parent)
     input.setIgnoreTypes(false, true, true); // MMC is System Exclusive.
 }
 
-MidiPorts::~MidiPorts()
+RehearsalPorts::~RehearsalPorts()
 {
     close();
 }
 
-bool MidiPorts::open()
+bool RehearsalPorts::open()
 {
     close();
     try {
@@ -65,7 +65,7 @@ bool MidiPorts::open()
     return false;
 }
 
-void MidiPorts::close()
+void RehearsalPorts::close()
 {
     const qint64 leftToLeaveUs = kLeaveUs - (monotonicUs() - sentUs);
     if (isOpen() && sentUs != 0 && leftToLeaveUs > 0) {
@@ -79,13 +79,13 @@ void MidiPorts::close()
     outputNames = {};
 }
 
-bool MidiPorts::isOpen() const
+bool RehearsalPorts::isOpen() const
 {
     return !inputPortName.isEmpty() && !outputNames[DawNotes].isEmpty() &&
            !outputNames[FootSwitch].isEmpty() && input.isServerAlive();
 }
 
-bool MidiPorts::send(Out out, const std::vector<unsigned char>& bytes)
+bool RehearsalPorts::send(Out out, const std::vector<unsigned char>& bytes)
 {
     try {
         if (!isOpen() || !outputs.at(out).send(bytes)) {
@@ -98,7 +98,7 @@ bool MidiPorts::send(Out out, const std::vector<unsigned char>& bytes)
     return true;
 }
 
-MidiPorts::Inbox MidiPorts::takeInbox()
+RehearsalPorts::Inbox RehearsalPorts::takeInbox()
 {
     const std::lock_guard<std::mutex> lock(inboxLock);
     Inbox taken = std::move(inbox);
@@ -107,9 +107,9 @@ MidiPorts::Inbox MidiPorts::takeInbox()
     return taken;
 }
 
-void MidiPorts::callback(double, std::vector<unsigned char>* bytes, void* ports)
+void RehearsalPorts::callback(double, std::vector<unsigned char>* bytes, void* ports)
 {
-    auto* self = static_cast<MidiPorts*>(ports);
+    auto* self = static_cast<RehearsalPorts*>(ports);
     bool isFirst = false;
     {
         const std::lock_guard<std::mutex> lock(self->inboxLock);

@@ -9,14 +9,13 @@
 #include <mutex>
 #include <vector>
 
-// The MIDI ports of the stand-in workstation and its foot switch, all virtual: one input that takes
-// MMC, one output for the workstation's notes, one for the foot switch. Their names are the same
-// every run, because each port has its own client (two clients of one name would be numbered
-// by the MIDI server).
+// The MIDI ports of the stand-in DAW and its foot switch, all virtual: one input that takes MMC,
+// one output for the DAW's notes, one for the foot switch. Their names are the same every run,
+// because each port has its own client (the MIDI server would number two clients of one name).
 //
 // Main thread only. RtMidi delivers input on its own thread; there each message gets its time
 // and waits in the inbox until the main thread takes it.
-class MidiPorts : public QObject
+class RehearsalPorts : public QObject
 {
     Q_OBJECT
 
@@ -35,8 +34,8 @@ public:
         qint64 takenUs = 0;            // No message of a later inbox is older than this.
     };
 
-    explicit MidiPorts(QObject* parent = nullptr);
-    ~MidiPorts() override;
+    explicit RehearsalPorts(QObject* parent = nullptr);
+    ~RehearsalPorts() override;
 
     // Opens all three ports; false if there is no MIDI system that has them. Closes open ones
     // first, so it also finds a MIDI server that was started again.
