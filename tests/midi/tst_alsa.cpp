@@ -64,7 +64,12 @@ public:
         }
         return heard == message;
     }
-    void forget() { heard.clear(); }
+    // Also begins to listen, which a card does when it is read.
+    void forget()
+    {
+        (void)hears({});
+        heard.clear();
+    }
 
 private:
     void open()
