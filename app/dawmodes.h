@@ -25,6 +25,7 @@ struct KeyStroke
 
 struct DawMode
 {
+    using Number = std::int32_t EditDataSong::*;
     struct Daw
     {
         QLatin1String process; // The name of the process that gets the keys.
@@ -33,10 +34,10 @@ struct DawMode
     };
 
     Daw daw;
-    unsigned int stopPauseUs;           // Between the MMC Stop and the first key.
-    KeyStroke opener;                   // Opens the entry for a number...
-    std::int32_t EditDataSong::*number; // ...of this kind (null: no key is typed)...
-    KeyStroke closer;                   // ...and confirms it.
+    unsigned int stopPauseUs; // Between the MMC Stop and the first key.
+    KeyStroke opener;         // Opens the entry for a number...
+    Number number;            // ...of this kind (null: no key is typed)...
+    KeyStroke closer;         // ...and confirms it.
 };
 
 // The row of a mode. A mode that is not in the table (edited by hand) has the process and the

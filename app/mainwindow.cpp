@@ -230,8 +230,8 @@ void MainWindow::on_tableSetList_cellChanged(int row, int column)
     if (shownRun->takeTyped(row, column)) {
         editData.writeEdit(setListFilePath());
         // Writing removes untitled shows. Not at once: the cell is still being closed.
-        QMetaObject::invokeMethod(
-            this, [this] { shownRun->showChanges(); }, Qt::QueuedConnection);
+        const auto showChanges = [this] { shownRun->showChanges(); };
+        QMetaObject::invokeMethod(this, showChanges, Qt::QueuedConnection);
     }
 }
 

@@ -21,7 +21,8 @@ constexpr int kNoKey = 0;
 // The buttons, from left to right.
 struct Row
 {
-    ExPushButton* SendPanel::*button;
+    using Button = ExPushButton* SendPanel::*;
+    Button button;
     const char* icon;
     const char* spokenName;
     unsigned keyButton; // Of the keys that a DAW mode allows.

@@ -27,8 +27,8 @@ constexpr MacKey kKeys[] = {
     {0x5C, 0xFFB9, 81, "9"},
 };
 
-template <class Value>
-const MacKey* find(Value MacKey::*column, std::int64_t value)
+template <class Column>
+const MacKey* find(Column column, std::int64_t value)
 {
     const auto* const found =
         std::find_if(std::begin(kKeys), std::end(kKeys), [&](const auto& key) {

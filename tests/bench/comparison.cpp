@@ -40,6 +40,19 @@ double median(std::vector<double> values)
     return values.size() % 2 == 0 ? (values[half - 1] + values[half]) / 2 : values[half];
 }
 
+// Why a run was given up; empty otherwise. Google Benchmark 1.8 renamed error_message.
+template <typename Run>
+auto failure(const Run& run, int /*preferred*/) -> decltype(run.skip_message)
+{
+    return run.skip_message;
+}
+
+template <typename Run>
+auto failure(const Run& run, long /*otherwise*/) -> decltype(run.error_message)
+{
+    return run.error_message;
+}
+
 } // namespace
 
 void Comparison::report(benchmark::State& state, std::optional<Target> target) const
@@ -73,8 +86,8 @@ void TableReporter::ReportRuns(const std::vector<Run>& runs)
 void TableReporter::reportRun(const Run& run)
 {
     std::printf("%-*s", kNameWidth, run.run_name.function_name.c_str());
-    if (run.error_occurred) {
-        std::printf("%s\n", run.error_message.c_str());
+    if (const std::string reason = failure(run, 0); !reason.empty()) {
+        std::printf("%s\n", reason.c_str());
         ++missed;
         return;
     }

@@ -181,9 +181,7 @@ private slots:
         QVERIFY(setValue(link, "Mode", 2));
         QCOMPARE(QFileInfo(link).symLinkTarget(), path);
         QCOMPARE(valueOf(path, "Mode"), 2);
-        struct stat status
-        {
-        };
+        struct stat status = {};
         QCOMPARE(stat(qPrintable(path), &status), 0);
         QCOMPARE(status.st_mode & 0777U, 0640U);
     }

@@ -53,7 +53,8 @@ DeskAct click(const char* button)
 }
 
 // Chooses the second port, which may be the one that is stored.
-DeskAct choosePort(const char* name, QString EditData::*stored = nullptr)
+using StoredPort = QString EditData::*;
+DeskAct choosePort(const char* name, StoredPort stored = nullptr)
 {
     return [=](PreferenceDesk& desk) {
         if (stored) {
