@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "commandline.h"
 #include "displayscale.h"
 #include "mainwindow.h"
 #include "quitsignals.h"
@@ -15,6 +16,13 @@ int main(int argc, char* argv[])
     std::signal(SIGPIPE, SIG_IGN);
     qInstallMessageHandler(writeMessageAtOnce); // Nor must a paused terminal.
 
+    QCoreApplication::setApplicationName(QStringLiteral("VELT"));
+    if (argc > 1) {
+        if (const auto status = runCommandLine(argc, argv)) {
+            return *status;
+        }
+    }
+
     if (!qEnvironmentVariableIsSet("QT_XCB_GL_INTEGRATION")) {
         // Nothing is drawn with OpenGL; loading it would double start-up time and memory.
         qputenv("QT_XCB_GL_INTEGRATION", "none");
@@ -25,7 +33,6 @@ int main(int argc, char* argv[])
 #endif
     useRealDisplayScale();
     QApplication application(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("VELT"));
 
     const QuitSignals quitSignals;
     MainWindow window(nullptr);

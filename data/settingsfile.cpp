@@ -7,6 +7,7 @@
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QResource>
+#include <QStorageInfo>
 #include <QThread>
 
 #include <cerrno>
@@ -185,6 +186,27 @@ bool writeValues(const QString& path, const std::function<void(QSettings&)>& fil
 }
 
 } // namespace
+
+SettingsFileState settingsFileState(const QString& path)
+{
+    const QString target = linkTarget(path);
+    const QFileInfo file(target);
+    QFileInfo directory(file.path());
+    while (!directory.exists() && !directory.isRoot()) { // A save makes those that are missing.
+        directory.setFile(directory.path());
+    }
+    if (file.exists() && !contents(target)) {
+        return SettingsFileState::Unreadable;
+    }
+    if ((file.exists() && !file.isWritable()) || !directory.isDir() || !directory.isWritable() ||
+        !directory.isExecutable()) {
+        return SettingsFileState::ReadOnly;
+    }
+    if (QStorageInfo(directory.filePath()).bytesAvailable() == 0) {
+        return SettingsFileState::DiskFull;
+    }
+    return file.exists() ? SettingsFileState::Usable : SettingsFileState::Missing;
+}
 
 void readSettingsFile(const QString& path, const std::function<void(const QSettings&)>& take)
 {

@@ -12,6 +12,16 @@
 // gets only paths that were never used before: it reads a copy in memory and writes a staged copy
 // beside the file, which then replaces the file.
 
+// Whether an INI file can be read, and written by writeSettingsFile(). Changes nothing.
+enum class SettingsFileState {
+    Missing, // It can be made.
+    Usable,
+    Unreadable,
+    ReadOnly, // It, or the directory that it lies or is to lie in.
+    DiskFull,
+};
+SettingsFileState settingsFileState(const QString& path);
+
 // Reads an INI file as it is on the disk: `take` gets the values. A file that is missing or cannot
 // be read reads as one without keys; a serialised value that is no colour reads as text.
 void readSettingsFile(const QString& path, const std::function<void(const QSettings&)>& take);

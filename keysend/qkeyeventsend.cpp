@@ -32,6 +32,11 @@ int QKeyEventSend::getPosFromProcName(const QString& name) const
     return static_cast<int>(procNameList.indexOf(name));
 }
 
+bool QKeyEventSend::canType()
+{
+    return mayPostEvents();
+}
+
 void QKeyEventSend::sendKeyEvent(int pos, unsigned char key, bool isCmd, bool isVirtualKey)
 {
     const bool isDigit = !isVirtualKey && key >= '0' && key <= '9';

@@ -26,6 +26,13 @@ public:
     // The position of the first application of exactly this name, -1 if none.
     [[nodiscard]] int getPosFromProcName(const QString& name) const;
 
+    // The names of the snapshot, a character for each byte of their UTF-8.
+    [[nodiscard]] const QStringList& procNames() const { return procNameList; }
+
+    // False if no key reaches any application: the system does not allow it, or there is no X
+    // server. Then X11 shows no application either.
+    [[nodiscard]] static bool canType();
+
     // Presses and releases one key in the application at `pos` (0 to the snapshot's size - 1;
     // anything else types nothing) and pauses; costs 130 ms. With isVirtualKey false, a key that
     // is one of the characters '0' to '9' is typed as that digit of the numeric keypad; every

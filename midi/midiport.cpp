@@ -35,6 +35,11 @@ int MidiPort::indexOf(const QString& name)
     return indexOfPort(backEnd.api, names, name);
 }
 
+bool MidiPort::isSystemRunning()
+{
+    return hasBackEnd() && (backEnd.api != RtMidi::UNIX_JACK || JackLink::isServerRunning());
+}
+
 QString MidiPort::systemName()
 {
     if (!hasBackEnd()) {

@@ -34,6 +34,9 @@ public:
     // "ALSA", "JACK" or "CoreMIDI"; empty where no back end can be had. It is "JACK" also where no
     // JACK server runs and no other MIDI system is there.
     [[nodiscard]] QString systemName();
+    // False where no MIDI system runs: no back end can be had, or JACK has no server. Only for a
+    // process that has opened no port.
+    [[nodiscard]] bool isSystemRunning();
     void openPort(unsigned int index);
     void openVirtualPort(const QString& name);
     void closePort();

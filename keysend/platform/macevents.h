@@ -28,6 +28,6 @@
 // Blocks the calling thread for at least this many microseconds.
 void platformPause(unsigned int microseconds);
 
-// Whether the system delivers key events of this program to others: on macOS the user has to allow
-// it (Privacy & Security, Accessibility). Does not ask the user.
+// Whether key events of this program can reach others at all: on macOS the user has to allow it
+// (Privacy & Security, Accessibility), over X11 a server has to answer. Does not ask the user.
 bool mayPostEvents();

@@ -3,9 +3,5 @@
 
 bool mayPostEvents()
 {
-#ifdef __APPLE__
     return CGPreflightPostEventAccess();
-#else
-    return true;
-#endif
 }

@@ -149,6 +149,11 @@ void release(Session& current, const ProcessSerialNumber& receiver, X11KeyMap::S
 
 } // namespace
 
+bool mayPostEvents()
+{
+    return session() != nullptr;
+}
+
 OSErr GetCurrentProcess(ProcessSerialNumber* process)
 {
     *process = handleOf(getpid());

@@ -5,6 +5,7 @@
 
 #include <QtGlobal>
 
+#include <jack/jack.h>
 #include <utility>
 #include <vector>
 
@@ -70,6 +71,12 @@ void JackLink::requireServer()
             throwStalled();
         }
     }
+}
+
+bool JackLink::isServerRunning()
+{
+    jack_client_t* const client = jack_client_open("VELT check", JackNoStartServer, nullptr);
+    return client && jack_client_close(client) == 0;
 }
 
 void JackLink::portOpened()

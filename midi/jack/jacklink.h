@@ -20,6 +20,8 @@ class JackLink
 public:
     // Call before RtMidi asks anything of the server. Throws RtMidiError if it is stalled.
     static void requireServer();
+    // Whether there is a server to connect to. Call before any port is opened.
+    [[nodiscard]] static bool isServerRunning();
     // Call after a JACK port was opened.
     void portOpened();
 

@@ -6,6 +6,11 @@ void JackLink::requireServer()
 {
 }
 
+bool JackLink::isServerRunning()
+{
+    return false;
+}
+
 void JackLink::portOpened()
 {
 }

@@ -192,11 +192,16 @@ private slots:
         constexpr uid_t kNobody = 65534; // In place of root, who can write to every file.
         const bool isRoot = chown(qPrintable(dir.path()), kNobody, 0) == 0;
         QCOMPARE(chown(qPrintable(path), isRoot ? kNobody : getuid(), getgid()), 0);
-        for (const mode_t mode : {0400U, 0600U}) {
+        using State = SettingsFileState;
+        for (const auto& [mode, state] : {std::pair(0200U, State::Unreadable),
+                                          {0400U, State::ReadOnly},
+                                          {0600U, State::Usable}}) {
             QCOMPARE(chmod(qPrintable(path), mode), 0);
-            const pid_t user = start(
-                [&] { return (!isRoot || setuid(kNobody) == 0) && setValue(path, "Mode", 2); });
-            QCOMPARE(endedWell(user), mode == 0600U);
+            const pid_t user = start([&, expected = state] {
+                return (!isRoot || setuid(kNobody) == 0) && settingsFileState(path) == expected &&
+                       setValue(path, "Mode", 2) == (expected == State::Usable);
+            });
+            QVERIFY(endedWell(user));
         }
     }
 

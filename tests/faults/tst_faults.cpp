@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "datafiles.h"
 #include "modalscript.h"
+#include "settingsfile.h"
 #include "testcase.h"
 #include "windowdriver.h"
 
@@ -170,12 +171,15 @@ void TestFaults::diskFails()
     const QByteArray before = files();
     QVERIFY(before.contains("Cue=before"));
     fail(true);
+    QCOMPARE(settingsFileState(setListFilePath()),
+             isFull ? SettingsFileState::DiskFull : SettingsFileState::ReadOnly);
     {
         const ModalScript noBox; // A failed save says nothing.
         typeCue(velt, 2, "during");
         confirmMode(velt, "radioProMarker");
     }
     fail(false);
+    QCOMPARE(settingsFileState(setListFilePath()), SettingsFileState::Usable);
     QCOMPARE(files(), before);
     typeCue(velt, 3, "after");
     confirmMode(velt, "radioProMarker");
