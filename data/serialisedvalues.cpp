@@ -13,9 +13,9 @@ namespace {
 const QString kNoSigns =
     QStringLiteral(R"("[^"\\]*+(?:\\[\s\S][^"\\]*+)*+(?:"|$)|\\(?:\r\n|\n\r|[\s\S])|;[^\r\n]*)");
 
-// Escapes without a meaning, which QSettings skips.
+// Escapes without a meaning and byte order marks, which QSettings skips.
 const QString kSkipped =
-    QStringLiteral(R"((?:\\(?:\r\n|\n\r|x(?![0-9A-Fa-f])|[^0-7xabfnrtv"?'\\]))*+)");
+    QStringLiteral(R"((?:\xef\xbb\xbf|\\(?:\r\n|\n\r|x(?![0-9A-Fa-f])|[^0-7xabfnrtv"?'\\]))*+)");
 
 // What QSettings skips at the start of a value: also blanks and quotes, but no quoted blanks.
 const QString kStart = QStringLiteral(R"([ \t]*+(?:%1"%1"[ \t]*+)*+%1"?+%1)").arg(kSkipped);

@@ -10,6 +10,7 @@
 #include <QStorageInfo>
 #include <QThread>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <optional>
@@ -27,6 +28,8 @@ const QString kEndKey = QString(QChar(0xffff)) + QLatin1Char('/') + QChar(0xffff
 constexpr char kEndMark[] = "\n[%UFFFF]\n%UFFFF=0\n";
 constexpr int kEndMarkSize = sizeof kEndMark - 1;
 
+constexpr char kUtf8Mark[] = "\xef\xbb\xbf";
+
 int uniqueNumber()
 {
     static int count = 0;
@@ -42,6 +45,25 @@ std::optional<QByteArray> contents(const QString& path)
     }
     QByteArray content = file.readAll();
     return file.error() == QFileDevice::NoError ? std::optional(std::move(content)) : std::nullopt;
+}
+
+// The content of an INI file in UTF-8, with a mark by which QSettings of Qt 5 knows it. Written by
+// Qt 6 it is in UTF-8 already, by Qt 5 in ASCII; what a person wrote may be in Latin-1.
+QByteArray inMarkedUtf8(QByteArray content)
+{
+    const auto isAscii = [](char byte) { return static_cast<signed char>(byte) >= 0; };
+    if (std::all_of(content.cbegin(), content.cend(), isAscii) || content.startsWith(kUtf8Mark)) {
+        return content;
+    }
+    const int size = static_cast<int>(content.size());
+    const bool isUtf8 = QString::fromUtf8(content.constData(), size).toUtf8() == content;
+    return kUtf8Mark + (isUtf8 ? content : QString::fromLatin1(content.constData(), size).toUtf8());
+}
+
+// What QSettings is given in place of the content of an INI file.
+QByteArray harmless(QByteArray content)
+{
+    return escapeSerialisedValues(inMarkedUtf8(std::move(content)));
 }
 
 // Where a file lies that may be a symbolic link, also one to a file that does not exist yet.
@@ -179,6 +201,12 @@ bool cutEndMark(const QString& path)
 bool writeValues(const QString& path, const std::function<void(QSettings&)>& fill)
 {
     QSettings file(path, QSettings::IniFormat);
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+    if (file.iniCodec()) { // For UTF-8. It cannot write emoji; without one QSettings can.
+        file.allKeys();    // Decodes all that the file has.
+        file.setIniCodec(static_cast<QTextCodec*>(nullptr));
+    }
+#endif
     fill(file);
     file.setValue(kEndKey, 0);
     file.sync();
@@ -210,7 +238,7 @@ SettingsFileState settingsFileState(const QString& path)
 
 void readSettingsFile(const QString& path, const std::function<void(const QSettings&)>& take)
 {
-    const MemoryFile copy(escapeSerialisedValues(contents(path).value_or(QByteArray())));
+    const MemoryFile copy(harmless(contents(path).value_or(QByteArray())));
     take(QSettings(copy.path(), QSettings::IniFormat));
 }
 
@@ -233,6 +261,6 @@ bool writeSettingsFile(const QString& path, const std::function<void(QSettings&)
     }
     const StagingDirectory staging(directory);
     const QString staged = staging.freshPath();
-    return (!old || writeWhole(staged, escapeSerialisedValues(*old))) &&
-           writeValues(staged, fill) && replaceFile(staged, target);
+    return (!old || writeWhole(staged, harmless(*old))) && writeValues(staged, fill) &&
+           replaceFile(staged, target);
 }

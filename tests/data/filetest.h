@@ -14,7 +14,8 @@ protected:
     const QByteArray kHarmfulValues =
         "A=@Variant(\\0\\0\\0\\x47\\x7f\\xff\\xff\\xff)\n"
         "B= \"@Va\"r\\x69\\q\\\r\n\"\\141nt(\\0\\0\\0G\\x7f\\xff\\xff\\xff)\"\n"
-        "C=1, \\x40\"DateTime\"(\\0\\0\\0G\\0\\x7f\\xff\\xff\\xff)\n";
+        "C=1, \\x40\"DateTime\"(\\0\\0\\0G\\0\\x7f\\xff\\xff\\xff)\n"
+        "D=\xef\xbb\xbf@Variant(\\0\\0\\0\\x47\\x7f\\xff\\xff\\xff)\n";
 
     QString freshPath() { return dir.filePath(QString::number(++count) + QLatin1String(".ini")); }
 

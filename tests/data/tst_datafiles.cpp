@@ -26,7 +26,7 @@ private slots:
     void readsAndWritesPreferences()
     {
         const QByteArray content(
-            "[General]\nArrowKeyMode=true\nDeviceId=0B\nMidiInPort=\"IAC \\x30d0, \\\"1\\\"\"\n"
+            "[General]\nArrowKeyMode=true\nDeviceId=0B\nMidiInPort=\"IAC, \\\"1\\\"\"\n"
             "MidiOutPort=out\nMode=7\n"
             "NextTextColor=@Variant(\\0\\0\\0\\x43\\x2\\xff\\xff\\0\\0\\xff\\xff\\x1\\x1\\0\\0)\n"
             "NoteDawPlay=200\nNoteDawStop=-5\nNoteLocate=3\nNoteSongDown=2\nNoteSongUp=1\n"
@@ -37,7 +37,7 @@ private slots:
         data.readPreference(fileWith(content));
         QVERIFY(data.Mode == 7 && data.DeviceIdValue == 0xb && data.ArrowKeyMode);
         QVERIFY(data.NoteSongUp == 1 && data.NoteSongDown == 2 && data.NoteDawStop == -5);
-        QCOMPARE(data.MidiInPort, QStringLiteral(u"IAC \u30d0, \"1\""));
+        QCOMPARE(data.MidiInPort, QStringLiteral("IAC, \"1\""));
         QVERIFY(data.ShortcutMidiInPort == "@pad:0" && data.MidiOutPort == "out");
         QVERIFY(data.SendTextColor == QColor(0x12, 0xab, 0x34));
         data.DeviceId = QStringLiteral(" 0xb");

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "editdata.h"
 #include "filetest.h"
+#include "settingsfile.h"
 
 // What a set list shows: the titles of songs, and the names of spaces in brackets.
 static QString titles(const EditDataShow& show)
@@ -52,7 +53,7 @@ private slots:
     {
         QTest::addColumn<QString>("text");
         const auto row = [](const char* name, const QString& text) { QTest::newRow(name) << text; };
-        row("all of Unicode", QStringLiteral(u"\u6b4c\u8a5e \U0001F3B5a") + QChar(0xd83c));
+        row("all of Unicode", QStringLiteral(u"\u6b4c\u8a5e \U0001F3B5a\U00010FFFD"));
         row("signs of INI files", QStringLiteral(" a,b;c=\"d\\e\" [f]/%41%2F#'g' "));
         row("lines", QStringLiteral("a\r\nb\tc\n"));
         row("NUL", QChar(0) + QStringLiteral("0"));
@@ -78,6 +79,34 @@ private slots:
                                     show.SetList.at(0).SpaceName, show.SetList.at(0).Cue}) {
             QCOMPARE(read, text);
         }
+    }
+
+    void readsEveryEncoding_data()
+    {
+        QTest::addColumn<QByteArray>("mark"); // At the start of the file.
+        QTest::addColumn<QByteArray>("title");
+        const QByteArray utf8 = titleInTheFile.toUtf8();
+        QTest::newRow("of Qt 5") << QByteArray() << QByteArray(R"("Caf\xe9 \x65e5 \xd83c\xdfb5")");
+        QTest::newRow("of Qt 6") << QByteArray() << '"' + utf8 + '"';
+        QTest::newRow("by hand, UTF-8") << QByteArray("\xef\xbb\xbf") << utf8;
+        QTest::newRow("by hand, Latin-1")
+            << QByteArray("; \xe9\n") << QByteArray("Caf\xe9 \\x65e5 \\xd83c\\xdfb5");
+    }
+
+    void readsEveryEncoding()
+    {
+        QFETCH(QByteArray, mark);
+        QFETCH(QByteArray, title);
+        const QString path = fileWith(mark + "[General]\nSongDataNum=1\nOther=" + title +
+                                      "\n[SongData1]\nSongTitle=" + title + '\n');
+        EditData data;
+        data.readEdit(path);
+        QCOMPARE(data.SongList.at(0).SongTitle, titleInTheFile);
+        data.writeEdit(path);
+        QString other; // Is kept by the save, though nobody reads it.
+        readSettingsFile(path,
+                         [&](const QSettings& file) { other = file.value("Other").toString(); });
+        QCOMPARE(other, titleInTheFile);
     }
 
     void readsHandWrittenFile()
@@ -135,6 +164,9 @@ private slots:
         data.readEdit(path);
         QCOMPARE(data.SongList.at(0).SongTitle, QStringLiteral("One"));
     }
+
+private:
+    const QString titleInTheFile = QStringLiteral(u"Caf\u00e9 \u65e5 \U0001F3B5");
 };
 
 VELT_TEST_MAIN(SetListFileTest)
