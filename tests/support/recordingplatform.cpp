@@ -133,3 +133,8 @@ void platformPause(unsigned int microseconds)
 {
     events.append(Recording::pause(microseconds));
 }
+
+bool mayPostEvents()
+{
+    return true;
+}
