@@ -15,7 +15,12 @@ class DataFilesTest : public FileTest
 private slots:
     void filesLieInTheConfigurationDirectory()
     {
-        const QString home = qEnvironmentVariable("XDG_CONFIG_HOME") + QLatin1String("/VELT/");
+#ifdef Q_OS_MACOS
+        const QString home =
+            qEnvironmentVariable("CFFIXED_USER_HOME") + "/Library/Preferences/VELT/";
+#else
+        const QString home = qEnvironmentVariable("XDG_CONFIG_HOME") + "/VELT/";
+#endif
         QCOMPARE(setListFilePath(), home + QLatin1String("VELTSetting.ini"));
         QCOMPARE(preferenceFilePath(), home + QLatin1String("VELTPreference.ini"));
         QCOMPARE(displayStatusFilePath(), home + QLatin1String("DispStatus.ini"));

@@ -15,7 +15,11 @@
 #include <QDir>
 #include <QRandomGenerator>
 
+#ifdef Q_OS_MACOS
+#include <malloc/malloc.h>
+#else
 #include <malloc.h>
+#endif
 
 namespace {
 
@@ -92,12 +96,18 @@ private:
 // What the process holds of the heap, however much of it the system has lent.
 qint64 heapKb()
 {
+#ifdef Q_OS_MACOS
+    malloc_statistics_t heap{};
+    malloc_zone_statistics(nullptr, &heap);
+    return qint64(heap.size_in_use) / 1024;
+#else
     return qint64(mallinfo2().uordblks) / 1024;
+#endif
 }
 
 int openHandles()
 {
-    return int(QDir("/proc/self/fd").entryList(QDir::Files | QDir::System).size());
+    return int(QDir("/dev/fd").entryList(QDir::Files | QDir::System).size());
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "qmidiin.h"
 #include "qmidimessage.h"
 #include "qmidiout.h"
+#include "servers.h"
 
 #include <QCoreApplication>
 #include <QTest>
@@ -20,11 +21,17 @@ inline QString peerName(const QString& role)
     return QStringLiteral("velt %1 %2").arg(role).arg(QCoreApplication::applicationPid());
 }
 
+// How a port is shown that is named as its client; CoreMIDI knows of no clients.
+inline QString peerPort(const QString& name)
+{
+    return MidiSystem::kIsCoreMidi ? name : name + ':' + name;
+}
+
 struct PeerSource : MidiOutput
 {
-    PeerSource() : MidiOutput(name().toStdString(), {}) { openVirtualPort(QStringLiteral("out")); }
+    PeerSource() : MidiOutput(name().toStdString(), {}) { openVirtualPort(name()); }
     static QString name() { return peerName(QStringLiteral("source")); }
-    static QString port() { return name() + QStringLiteral(":out"); }
+    static QString port() { return peerPort(name()); }
 };
 
 // Keeps what arrives at its port.
@@ -34,11 +41,11 @@ public:
     PeerSink() : MidiInput(name().toStdString(), {}, keep, this)
     {
         setIgnoreTypes(false, false, false);
-        openVirtualPort(QStringLiteral("in"));
+        openVirtualPort(name());
     }
     ~PeerSink() override { dropBackEnd(); }
     static QString name() { return peerName(QStringLiteral("sink")); }
-    static QString port() { return name() + QStringLiteral(":in"); }
+    static QString port() { return peerPort(name()); }
     std::vector<Bytes> received()
     {
         const std::lock_guard<std::mutex> guard(lock);

@@ -152,7 +152,7 @@ MidiSystem::MidiSystem()
 {
     if (isAlsa()) {
         qputenv("VELT_MIDI", "alsa");
-    } else {
+    } else if (!kIsCoreMidi) {
         jack.emplace();
     }
 }

@@ -4,8 +4,10 @@
 #include "servers.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QMutex>
 #include <QProcess>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -73,13 +75,19 @@ void TestCase::cleanup()
 
 int runTestCase(int argc, char** argv, const std::function<std::unique_ptr<TestCase>()>& make)
 {
-    const QTemporaryDir configHome;
-    qputenv("XDG_CONFIG_HOME", configHome.path().toLocal8Bit());
+    const QTemporaryDir home;
+    qputenv("XDG_CONFIG_HOME", home.path().toLocal8Bit());
+    qputenv("CFFIXED_USER_HOME", home.path().toLocal8Bit()); // On macOS.
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
     QApplication application(argc, argv);
     QApplication::setApplicationName("VELT");
+    if (!QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation)
+             .contains(QDir(home.path()).dirName())) {
+        std::puts("FAIL: the tests would change the user's own shows");
+        return 1;
+    }
     const auto test = make();
     return QTest::qExec(test.get(), argc, argv);
 }
