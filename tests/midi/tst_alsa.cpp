@@ -22,7 +22,7 @@ QString nameWithNumbers(const QString& shown)
 {
     RtMidiIn lister(RtMidi::LINUX_ALSA);
     for (unsigned int i = 0; i < lister.getPortCount(); ++i) {
-        const QString name = QString::fromStdString(lister.getPortName(i));
+        QString name = QString::fromStdString(lister.getPortName(i));
         if (name.startsWith(shown + ' ')) {
             return name;
         }
