@@ -11,6 +11,7 @@
 
 #include <RtMidi.h>
 
+#include <chrono>
 #include <cstdio>
 #include <future>
 #include <thread>
@@ -77,12 +78,12 @@ void gatherMidi(CheckFacts& facts)
 
 CheckFacts gatherFacts()
 {
+    // Libraries tell there at length what is missing.
+    static_cast<void>(std::freopen("/dev/null", "w", stderr));
     CheckFacts facts;
     gatherFiles(facts);
     gatherPrograms(facts);
     facts.wantedMidiSystem = qEnvironmentVariable("VELT_MIDI");
-    // Where MIDI is missing, the libraries would fill it.
-    static_cast<void>(std::freopen("/dev/null", "w", stderr));
     std::packaged_task<CheckFacts()> task([facts]() mutable {
         gatherMidi(facts);
         return facts;
