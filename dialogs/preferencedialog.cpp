@@ -35,7 +35,7 @@ void fillPorts(QComboBox* combo, Port* port, const QString& stored, const QStrin
     } catch (const RtMidiError&) {
         // No MIDI system, no ports: opening them after OK tells the operator.
     }
-    combo->setCurrentIndex(index == -1 ? 0 : first.size() + index);
+    combo->setCurrentIndex(index == -1 ? 0 : static_cast<int>(first.size()) + index);
 }
 
 } // namespace
