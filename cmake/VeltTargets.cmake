@@ -4,7 +4,8 @@
 function(velt_strict target)
     target_compile_options(${target} PRIVATE
         -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
-        -Wold-style-cast -Wconversion $<$<BOOL:${VELT_WERROR}>:-Werror>)
+        -Wold-style-cast -Wconversion $<$<BOOL:${VELT_WERROR}>:-Werror>
+        $<$<CXX_COMPILER_ID:Clang,AppleClang>:-Wno-sign-conversion>) # As GCC's -Wconversion.
     target_compile_definitions(${target} PRIVATE
         QT_NO_NARROWING_CONVERSIONS_IN_CONNECT QT_DEPRECATED_WARNINGS)
     if(VELT_SANITIZE)

@@ -113,7 +113,8 @@ RtMidi& MidiPort::requireBackEnd()
 bool MidiPort::hasBackEnd()
 {
     try {
-        return backEnd.midi || &requireBackEnd();
+        requireBackEnd();
+        return true;
     } catch (const RtMidiError&) {
         return false;
     }

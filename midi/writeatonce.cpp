@@ -15,7 +15,7 @@ namespace {
 
 // Opens a pipe or terminal once more, since O_NONBLOCK on `file` would hold for other processes
 // too, such as a shell. -1 where that is not possible, or not needed.
-int openWithoutWaiting(int file)
+int openWithoutWaiting([[maybe_unused]] int file)
 {
 #ifdef __linux__
     struct stat status = {};

@@ -15,12 +15,7 @@ class DataFilesTest : public FileTest
 private slots:
     void filesLieInTheConfigurationDirectory()
     {
-#ifdef Q_OS_MACOS
-        const QString home =
-            qEnvironmentVariable("CFFIXED_USER_HOME") + "/Library/Preferences/VELT/";
-#else
-        const QString home = qEnvironmentVariable("XDG_CONFIG_HOME") + "/VELT/";
-#endif
+        const QString home = filesIn(qEnvironmentVariable("XDG_CONFIG_HOME"));
         QCOMPARE(setListFilePath(), home + QLatin1String("VELTSetting.ini"));
         QCOMPARE(preferenceFilePath(), home + QLatin1String("VELTPreference.ini"));
         QCOMPARE(displayStatusFilePath(), home + QLatin1String("DispStatus.ini"));

@@ -73,11 +73,20 @@ void TestCase::cleanup()
     QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join('\n')));
 }
 
+QString filesIn(const QString& home)
+{
+#ifdef Q_OS_MACOS
+    return home + "/Library/Preferences/VELT/";
+#else
+    return home + "/VELT/";
+#endif
+}
+
 int runTestCase(int argc, char** argv, const std::function<std::unique_ptr<TestCase>()>& make)
 {
     const QTemporaryDir home;
     qputenv("XDG_CONFIG_HOME", home.path().toLocal8Bit());
-    qputenv("CFFIXED_USER_HOME", home.path().toLocal8Bit()); // On macOS.
+    qputenv("CFFIXED_USER_HOME", home.path().toLocal8Bit());
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }

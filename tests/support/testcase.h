@@ -22,6 +22,10 @@ protected slots:
     void cleanup();
 };
 
+// Where VELT's files lie, with a '/' at the end, if both XDG_CONFIG_HOME and, for macOS,
+// CFFIXED_USER_HOME name this home directory.
+QString filesIn(const QString& home);
+
 // Runs one test class: on the offscreen platform unless QT_QPA_PLATFORM says otherwise, as an
 // application named like the program, with an empty configuration home that goes away afterwards.
 int runTestCase(int argc, char** argv, const std::function<std::unique_ptr<TestCase>()>& make);
