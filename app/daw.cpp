@@ -38,7 +38,7 @@ bool Daw::isSendProcessExist()
     if (findProcess()) {
         return true;
     }
-    // Notes of a foot switch get here while the box is open; one box says it all.
+    // Notes of a foot switch get here while the box is open, and must not open another.
     if (!isWarningOpen) {
         const QScopedValueRollback<bool> guard(isWarningOpen, true);
         const QString text = QCoreApplication::translate("MainWindow", "Process [%1] not found");

@@ -8,16 +8,16 @@ class QMidiOut;
 class QWidget;
 
 // The DAW as the operator window drives it: its process, which gets keys, and its transport, which
-// gets MIDI Machine Control. Which DAW and which device ID, the preferences say at each call. What
-// fails is told the operator in a modal box. Main thread only; typing blocks for its pauses.
+// gets MIDI Machine Control. The preferences say at each call which DAW and which device ID.
+// Failures are shown in a modal box. Main thread only; typing blocks for its pauses.
 class Daw
 {
 public:
     // None is owned; all outlive the object. The window is the parent of the boxes.
     Daw(const EditData& preferences, QMidiOut& output, QWidget& parentOfBoxes);
 
-    // True if the DAW's process is running. Once found it is taken to be there until it is
-    // forgotten.
+    // True if the DAW's process is running. Once found, it counts as running until
+    // forgetProcess().
     bool findProcess();
     // The same, with a warning if it is not.
     bool isSendProcessExist();

@@ -26,7 +26,7 @@ protected:
     KeyAndFocusOwner& operator=(const KeyAndFocusOwner&) = default;
 };
 
-// A toolkit widget that hands every key press to its window instead of interpreting it, and tells
+// A Qt widget that hands every key press to its window instead of interpreting it, and tells
 // the window when it gets or loses the keyboard focus. Made without a parent; the window's layouts
 // give it one. The window must be a KeyAndFocusOwner, else keys and focus changes are dropped.
 template <typename Base>
@@ -84,8 +84,8 @@ private:
     QBasicTimer animation;
 };
 
-// Changed by its list alone, which gives the focus to the set-list table when it closes; a turn of
-// the mouse wheel passing over it changes nothing.
+// Changed only by its list, which gives the focus to the set-list table when it closes; the mouse
+// wheel changes nothing.
 class ExComboBox : public ExWidget<QComboBox>
 {
     Q_OBJECT
@@ -112,7 +112,7 @@ public:
 };
 
 // A set-list table: Up and Down move in it, and while no run is in progress its "Cue" column takes
-// keys to edit the cue. Keys of a cell that is open for typing go no further, but Up and Down,
+// keys to edit the cue. Keys of a cell that is open for typing go no further, except Up and Down,
 // which store it and move.
 class ExTableWidget : public ExWidget<QTableWidget>
 {

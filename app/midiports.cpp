@@ -72,7 +72,7 @@ bool MidiPorts::isAnyOpen() const
     return midiIn->isPortOpen() || shortcutMidiIn->isPortOpen() || midiOut->isPortOpen();
 }
 
-// Raises RtMidi's error if there is no MIDI server: a virtual port can be opened on every other.
+// Opens virtual ports, which fails only where there is no MIDI server: for RtMidi's error.
 MidiPorts::Problems MidiPorts::probe()
 {
     const auto openVirtual = [](auto* port, const QString& name) {

@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::array kSignals{SIGTERM, SIGINT, SIGHUP};
 
-// A handler may do next to nothing but write: a byte in this pipe wakes the main thread.
+// A signal handler may do little more than write: a byte in this pipe wakes the main thread.
 std::array<int, 2> wakeUp{-1, -1};
 
 void onSignal(int)

@@ -45,7 +45,7 @@ struct Run
     [[nodiscard]] Run ended() const { return {false, sentPos, -1}; }
 
     // The set list was edited: the marked entries are now at `newSentPos` and `newNextPos`, -1
-    // where they have gone. The run goes on as far as there is a song entry to come.
+    // where they have gone. The run goes on if there is a song entry to come.
     [[nodiscard]] Run moved(int newSentPos, int newNextPos,
                             const std::vector<EditDataSet>& setList) const;
 };

@@ -218,7 +218,7 @@ void SetListTable::step(Qt::Key upOrDown)
 
 void SetListTable::keyPressEvent(QKeyEvent* event)
 {
-    // Under X11, Qt takes most repeats for a release and a press; these have one and the same time.
+    // Under X11, Qt reports most repeats as a release and a press with the same time.
     const bool isRepeat = event->isAutoRepeat() ||
                           (event->key() == releasedKey && event->timestamp() == releaseTimeMs);
     if (isRepeat && event->key() != pressedKey) {
@@ -235,7 +235,7 @@ void SetListTable::keyReleaseEvent(QKeyEvent* event)
     ExTableWidget::keyReleaseEvent(event);
 }
 
-// Composed text would open the current cell, and a key that is being composed is none for the DAW.
+// Composed text would open the current cell, and the keys that compose it are not for the DAW.
 void SetListTable::inputMethodEvent(QInputMethodEvent* event)
 {
     event->ignore();

@@ -75,10 +75,10 @@ private:
     void resumeTyping(int row, int column, const Typing& typing);
 
     bool isRedrawing = false;
-    // The key last pressed in the table since a cell was open; auto-repeats of another one come
-    // from a key that is held down since it ended the typing, and are none for the DAW.
+    // The key last pressed since the typing ended. Auto-repeats of any other key are dropped: that
+    // key ended the typing, is still held down, and is not for the DAW.
     int pressedKey = 0;
-    int releasedKey = 0; // Last.
+    int releasedKey = 0; // The last one, and when.
     unsigned long releaseTimeMs = 0;
     std::optional<std::pair<int, int>> marksToScrollTo; // When the typing ends.
     QColor sentColor;

@@ -11,8 +11,8 @@
 #include <utility>
 
 ShownRun::ShownRun(EditData& data, RunControls& runControls, SetListTable& setListTable,
-                   ExPushButton& locate, Daw& shownDaw)
-    : editData(data), controls(runControls), table(setListTable), sendLocate(locate), daw(shownDaw)
+                   ExPushButton& locate, Daw& drivenDaw)
+    : editData(data), controls(runControls), table(setListTable), sendLocate(locate), daw(drivenDaw)
 {
 }
 
@@ -35,14 +35,14 @@ void ShownRun::showChanges()
 {
     ShowSelector& selector = *controls.comboShowList;
     const std::vector<EditDataSet>* entries = setList();
-    if (!entries && !selector.lists(editData.ShowList)) {
+    if (!entries && !selector.isUpToDate(editData.ShowList)) {
         showFirst();
     }
     if (!entries) {
         return;
     }
-    if (!selector.lists(editData.ShowList)) {
-        selector.listQuietly(editData.ShowList, selector.placeOfSelected(editData.ShowList));
+    if (!selector.isUpToDate(editData.ShowList)) {
+        selector.listQuietly(editData.ShowList, selector.indexOfSelected(editData.ShowList));
     }
     if (table.isUpToDate(*entries)) {
         return;
@@ -64,7 +64,7 @@ void ShownRun::fillTable()
 
 std::vector<EditDataSet>* ShownRun::setList()
 {
-    const int show = controls.comboShowList->placeOfSelected(editData.ShowList);
+    const int show = controls.comboShowList->indexOfSelected(editData.ShowList);
     return show == -1 ? nullptr : &editData.ShowList[static_cast<std::size_t>(show)].SetList;
 }
 

@@ -22,14 +22,13 @@ class ShownRun
 public:
     // Nothing is owned; all outlive the object. `locate` is enabled while there are rows.
     ShownRun(EditData& data, RunControls& runControls, SetListTable& setListTable,
-             ExPushButton& locate, Daw& shownDaw);
+             ExPushButton& locate, Daw& drivenDaw);
 
     // Lists all shows and shows the first, without a run.
     void showFirst();
     // Shows the show that was selected, without marks.
     void showSelected();
-    // The data has changed: stays on the show and goes on with the run, as far as both are still
-    // there.
+    // The data has changed: stays on the show and goes on with the run, if they are still there.
     void showChanges();
 
     [[nodiscard]] bool isRunning() const { return run.operationOn; }

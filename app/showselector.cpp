@@ -22,7 +22,7 @@ void ShowSelector::listQuietly(const std::vector<EditDataShow>& shows, int selec
     setCurrentIndex(selected);
 }
 
-bool ShowSelector::lists(const std::vector<EditDataShow>& shows) const
+bool ShowSelector::isUpToDate(const std::vector<EditDataShow>& shows) const
 {
     int index = 0;
     return count() == static_cast<int>(shows.size()) &&
@@ -31,23 +31,24 @@ bool ShowSelector::lists(const std::vector<EditDataShow>& shows) const
            });
 }
 
-int ShowSelector::placeOfSelected(const std::vector<EditDataShow>& shows) const
+int ShowSelector::indexOfSelected(const std::vector<EditDataShow>& shows) const
 {
-    const auto isSelected = [this](const EditDataShow& show) {
-        return show.ShowTitle == currentText();
-    };
     const int index = currentIndex();
-    const bool isPlaceThere = index >= 0 && index < static_cast<int>(shows.size());
     if (index < 0) {
         return -1;
     }
-    if (isPlaceThere && isSelected(shows[static_cast<std::size_t>(index)])) {
+    const auto place = static_cast<std::size_t>(index);
+    const EditDataShow* const there = place < shows.size() ? &shows[place] : nullptr;
+    const auto isSelected = [this](const EditDataShow& show) {
+        return show.ShowTitle == currentText();
+    };
+    if (there && isSelected(*there)) {
         return index;
     }
     const auto moved = std::find_if(shows.begin(), shows.end(), isSelected);
     if (moved != shows.end()) {
         return static_cast<int>(moved - shows.begin());
     }
-    return isPlaceThere && findText(shows[static_cast<std::size_t>(index)].ShowTitle) == -1 ? index
-                                                                                            : -1;
+    const bool isRenamed = there && findText(there->ShowTitle) == -1;
+    return isRenamed ? index : -1;
 }

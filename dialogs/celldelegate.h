@@ -10,8 +10,8 @@ class QAbstractItemView;
 // Tab and Shift+Tab store the cell and open the next or previous editable one with its text
 // selected; after the last (before the first) the focus stays on the table. Return and Enter store
 // the cell. It stays open while another window is in front. Line breaks of a pasted text are stored
-// as blanks. No key that is pressed in an open cell reaches the table or its window, but those that
-// move to another row: Up, Down, Page Up and Page Down.
+// as blanks. No key that is pressed in an open cell reaches the table or its window, except Up,
+// Down, Page Up and Page Down, which move to another row.
 class CellDelegate : public QStyledItemDelegate
 {
     Q_OBJECT

@@ -17,7 +17,7 @@ int selected(const QTableWidget* table, int otherwise = -1);
 // Every selected row once, ascending.
 std::vector<int> allSelected(const QAbstractItemView* view);
 
-// Selects this row alone, makes its first cell current, whatever keys are held down, and gives the
+// Selects this row alone, whatever keys are held down, makes its first cell current, and gives the
 // table the focus.
 void select(QTableWidget* table, int row);
 

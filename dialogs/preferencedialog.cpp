@@ -33,7 +33,7 @@ void fillPorts(QComboBox* combo, Port* port, const QString& stored, const QStrin
             index = port->indexOf(stored);
         }
     } catch (const RtMidiError&) {
-        // No MIDI system, no ports: opening them after OK tells the operator.
+        // No MIDI system, no ports. A box says so after OK.
     }
     combo->setCurrentIndex(index == -1 ? 0 : static_cast<int>(first.size()) + index);
 }

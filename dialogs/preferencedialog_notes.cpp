@@ -77,7 +77,7 @@ void PreferenceDialog::setUpNoteTable()
                     &PreferenceDialog::on_comboMidiCont_currentIndexChanged);
         }
     }
-    // The keyboard has nothing to do in the table itself: it goes on to the first box.
+    // The table itself takes no keys: it hands the focus to the first box.
     table->setFocusProxy(noteRows.front().noteNameCombo);
     fitNoteTable();
 }

@@ -6,8 +6,8 @@
 
 class OperatorWindow;
 
-// What the editor and the preferences share: a dialog over data in place, which knows whether there
-// are unsaved changes and asks before it is closed with them. Main thread only.
+// What the editor and the preferences share: a dialog that edits the shared data in place, knows
+// whether there are unsaved changes, and asks before it is closed with them. Main thread only.
 class SavingDialog : public QDialog
 {
 protected:
@@ -22,9 +22,9 @@ protected:
     void saveAndClose();
     void closeWithoutQuestion();
 
-    // Runs what changes widgets. The slots that their signals call meanwhile do nothing, as each
-    // does its work in changeWidgets() or edit(). So a handler that selects rows leaves the buttons
-    // as it sets them itself.
+    // Runs `work`, which changes widgets. Slots that the widgets' signals call meanwhile do
+    // nothing, since each does its work in changeWidgets() or edit() too: what follows from a
+    // change, such as which buttons are enabled, `work` does itself.
     template <typename Work>
     void changeWidgets(const Work& work)
     {

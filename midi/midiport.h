@@ -28,11 +28,11 @@ public:
 
     // The names of the ports that can be opened now, see shownPortNames().
     [[nodiscard]] QStringList getPorts();
-    // The index of the port that a stored name stands for, or -1, see indexOfPort(). Throws where
-    // no back end can be had.
+    // The index of the port that a stored name stands for, or -1, see indexOfPort(). Throws
+    // RtMidiError where there is no back end.
     [[nodiscard]] int indexOf(const QString& name);
-    // "ALSA", "JACK" or "CoreMIDI"; empty where no back end can be had. It is "JACK" also where no
-    // JACK server runs and no other MIDI system is there.
+    // "ALSA", "JACK" or "CoreMIDI"; empty where there is no back end. "JACK" also where no JACK
+    // server runs and there is no other MIDI system.
     [[nodiscard]] QString systemName();
     // False where no MIDI system runs: no back end can be had, or JACK has no server. Only for a
     // process that has opened no port.
@@ -57,12 +57,12 @@ protected:
 
     struct BackEnd
     {
-        std::shared_ptr<RtMidi> midi; // Null where none can be had.
+        std::shared_ptr<RtMidi> midi; // Null where there is none.
         RtMidi::Api api = RtMidi::UNSPECIFIED;
     };
     // Throws RtMidiError.
     virtual BackEnd construct(const std::string& client) = 0;
-    // True if there is a back end, or one can be had now.
+    // True if there is a back end, or one can be constructed now.
     bool hasBackEnd();
     [[nodiscard]] RtMidi* midi() const { return backEnd.midi.get(); }
     [[nodiscard]] bool hasOpenPort() const { return isPortOpen() || hasVirtualPort; }

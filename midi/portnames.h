@@ -12,9 +12,9 @@
 // Programs are numbered in the order in which they start, so the numbers change from day to day.
 // Names over other MIDI systems stay as they are.
 
-// Without the numbers, but where two ports would then read the same, those keep them.
+// Without the numbers; ports that would then read the same keep them.
 QStringList shownPortNames(RtMidi::Api api, const QStringList& names);
 
 // The index of the port that a stored name stands for, or -1: the one that is shown so, else over
-// ALSA the first that differs in nothing but the numbers, which either may lack.
+// ALSA the first that differs only in the numbers, which either may lack.
 int indexOfPort(RtMidi::Api api, const QStringList& names, const QString& stored);

@@ -11,8 +11,9 @@ class QGraphicsRectItem;
 class QGraphicsScene;
 class QMidiMessage;
 
-// A piano keyboard of the 128 MIDI notes whose keys light up with the notes of whatever input port
-// is connected to onMidiReceive(): blue, the stronger the louder. All channels light the same keys.
+// A piano keyboard of the 128 MIDI notes whose keys light up with the notes of the input ports that
+// are connected to onMidiReceive(): blue, the stronger the louder. All channels light the same
+// keys.
 class QMidiPianoRoll : public QGraphicsView
 {
     Q_OBJECT

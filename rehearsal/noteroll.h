@@ -3,7 +3,7 @@
 
 #include "qmidipianoroll.h"
 
-// The notes on the wire, sent and received alike, on a keyboard as wide as the window. Never takes
+// The notes that are sent and received, on a keyboard as wide as the window. Never takes
 // the keyboard focus.
 class NoteRoll : public QMidiPianoRoll
 {

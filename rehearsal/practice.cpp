@@ -29,8 +29,8 @@ void putSample(const QString& name, const QString& path)
     }
 }
 
-// The ports of a second rehearsal are numbered, and without MIDI the preferences may have lost
-// theirs.
+// Names the ports at each start: those of a second rehearsal are numbered, and confirming the
+// preferences without MIDI has stored none.
 void namePorts(const QString& preferencePath, Daw daw, const RehearsalPorts& ports)
 {
     EditData preferences;

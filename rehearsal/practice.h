@@ -21,7 +21,7 @@ class Practice : public QObject
     Q_OBJECT
 
 public:
-    // Where VELT's window goes on a screen; the stand-in's goes to the right of it.
+    // Where VELT's window is put on a screen; the stand-in's is put to the right of it.
     static QRect veltGeometry(const QScreen& screen);
     // "velt-rehearsal" in the user's configuration folder.
     static QString settingsFolder();

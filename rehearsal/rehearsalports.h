@@ -40,7 +40,7 @@ public:
     // Opens all three ports; false if there is no MIDI system that has them. Closes open ones
     // first, so it also finds a MIDI server that was started again.
     bool open();
-    // Gives what was sent last the time it takes to leave.
+    // Waits until what was sent last has left.
     void close();
     // False once the MIDI server has shut down.
     [[nodiscard]] bool isOpen() const;
@@ -49,7 +49,7 @@ public:
     [[nodiscard]] QString inputName() const { return inputPortName; }
     [[nodiscard]] QString outputName(Out out) const { return outputNames.at(out); }
 
-    // False: not sent, because no MIDI is there (any more).
+    // False if it was not sent, because there is no MIDI (any more).
     bool send(Out out, const std::vector<unsigned char>& bytes);
 
     // What has arrived since the last call.

@@ -3,8 +3,8 @@
 
 #include <cstdint>
 
-// The keys that the program types, one row a key in mackeys.cpp: for the key sender, for who says
-// what is to be typed, and for who receives it. Pure values; any thread.
+// The keys that the program types, one row a key in mackeys.cpp: for the DAW modes, the key sender
+// and the rehearsal. Pure values; any thread.
 
 // macOS virtual key codes (Apple's kVK_ constants), which name positions on the ANSI keyboard.
 constexpr unsigned char kKeyT = 0x11;

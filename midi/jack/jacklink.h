@@ -34,7 +34,7 @@ public:
 
     // False if the server is stalled: then the port is still open.
     [[nodiscard]] static bool closePort(RtMidi& backEnd);
-    // Destroys a back end, which may be null, or keeps it until its server goes on or ends.
+    // Destroys a back end, which may be null, or keeps it until its server runs again or ends.
     void destroy(std::shared_ptr<RtMidi> backEnd);
 
 private:

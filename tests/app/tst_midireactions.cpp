@@ -15,7 +15,7 @@ class TestMidiReactions : public AppTestCase
 private slots:
     void messages_data()
     {
-        QTest::addColumn<QString>("mode"); // AutoLocate, but where it says otherwise.
+        QTest::addColumn<QString>("mode"); // Empty: AutoLocate.
         QTest::addColumn<QVector<int>>("message");
         QTest::addColumn<QString>("effect");
         using Bytes = QVector<int>;
@@ -97,7 +97,7 @@ private slots:
         velt.controllerNote(29);
 
         velt.controllerNote(31);
-        velt.controllerNote(31); // Within the 300 ms: still one click.
+        velt.controllerNote(31); // Within the 300 ms of the click: no second one.
         QTRY_COMPARE(velt.rowMarks(), kSecondSent);
         QCOMPARE(Recording::takeEvents(), bar({0x53, 0x52, 0x57}));
 
@@ -137,7 +137,7 @@ private slots:
         }
     }
 
-    // What the editor can change while it is open, beside a run that the foot switch has begun.
+    // What the editor can change during a run that the foot switch has begun.
     void runBesideTheEditor_data()
     {
         using Edit = std::function<void(QWidget*)>;

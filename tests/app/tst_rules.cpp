@@ -9,7 +9,7 @@ Q_DECLARE_METATYPE(Run)
 
 namespace {
 
-// Of letters: a song, a blank: a space, an x: an entry of an unknown kind.
+// A letter is a song, a blank a space, an x an entry of an unknown kind.
 std::vector<EditDataSet> setList(const QString& kinds)
 {
     std::vector<EditDataSet> entries;
@@ -23,7 +23,7 @@ std::vector<EditDataSet> setList(const QString& kinds)
 
 } // namespace
 
-// What follows from what in a run, and where a window is put: by values alone.
+// The rules of a run, and where a window is put.
 class TestRules : public TestCase
 {
     Q_OBJECT

@@ -22,7 +22,7 @@ void answer(ModalScript& script, const char* title, const char* text)
 
 } // namespace
 
-// The window's ports, on a MIDI system that does as it is told.
+// The window's ports, on a scripted MIDI system.
 class TestWindowMidi : public AppTestCase
 {
     Q_OBJECT

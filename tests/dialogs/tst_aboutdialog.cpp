@@ -6,7 +6,7 @@
 #include <QApplication>
 #include <QLabel>
 
-class AboutDialogTest : public TestCase
+class TestAboutDialog : public TestCase
 {
     Q_OBJECT
 
@@ -42,5 +42,5 @@ private slots:
     }
 };
 
-VELT_TEST_MAIN(AboutDialogTest)
+VELT_TEST_MAIN(TestAboutDialog)
 #include "tst_aboutdialog.moc"

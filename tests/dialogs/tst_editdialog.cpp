@@ -41,7 +41,7 @@ void chooseFile(Editor& editor, const QString& button, const QString& path)
 
 } // namespace
 
-class EditDialogTest : public TestCase
+class TestEditDialog : public TestCase
 {
     Q_OBJECT
 
@@ -100,7 +100,7 @@ private slots:
         QTRY_VERIFY(editor.offered->horizontalScrollBar()->maximum() > 100);
     }
 
-    // Bar and marker reach the DAW as keys: nothing but digits may.
+    // Bar and marker reach the DAW as keys: only digits may.
     void readsNumbers()
     {
         Editor editor;
@@ -270,5 +270,5 @@ private slots:
     }
 };
 
-VELT_TEST_MAIN(EditDialogTest)
+VELT_TEST_MAIN(TestEditDialog)
 #include "tst_editdialog.moc"

@@ -69,7 +69,7 @@ void play(Editor& editor, const QString& step)
 
 } // namespace
 
-class EditDialogStepsTest : public TestCase
+class TestEditDialogSteps : public TestCase
 {
     Q_OBJECT
 
@@ -183,5 +183,5 @@ private slots:
     }
 };
 
-VELT_TEST_MAIN(EditDialogStepsTest)
+VELT_TEST_MAIN(TestEditDialogSteps)
 #include "tst_editdialog_steps.moc"

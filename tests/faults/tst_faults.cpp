@@ -118,7 +118,7 @@ private:
     const QByteArray first = (save(0), bytes(path));
 };
 
-// What the process that saves tells the one that kills it, in memory that both share.
+// How far the saving process is, in memory that it shares with the one that kills it.
 struct Progress
 {
     std::atomic<int> started{0};      // The version whose saving began last.
@@ -144,91 +144,88 @@ class TestFaults : public TestCase
     Q_OBJECT
 
 private slots:
-    void diskFails_data();
-    void diskFails();
-    void filesAreWholeAfterEachKill();
-};
-
-void TestFaults::diskFails_data()
-{
-    QTest::addColumn<bool>("isFull");
-    QTest::newRow("full") << true;
-    QTest::newRow("read-only") << false;
-}
-
-void TestFaults::diskFails()
-{
-    QFETCH(bool, isFull);
-    const SmallDisk disk;
-    if (!disk.isMounted) {
-        QSKIP("only root can mount a disk");
-    }
-    const auto fail = [&](bool on) { isFull ? disk.setFull(on) : disk.setReadOnly(on); };
-    const auto files = [] { return bytes(setListFilePath()) + bytes(preferenceFilePath()); };
-    const WindowDriver velt; // Its files lie on that disk.
-    typeCue(velt, 0, "before");
-    confirmMode(velt, "radioProBars");
-    const QByteArray before = files();
-    QVERIFY(before.contains("Cue=before"));
-    fail(true);
-    QCOMPARE(settingsFileState(setListFilePath()),
-             isFull ? SettingsFileState::DiskFull : SettingsFileState::ReadOnly);
+    void diskFails_data()
     {
-        const ModalScript noBox; // A failed save says nothing.
-        typeCue(velt, 2, "during");
-        confirmMode(velt, "radioProMarker");
+        QTest::addColumn<bool>("isFull");
+        QTest::newRow("full") << true;
+        QTest::newRow("read-only") << false;
     }
-    fail(false);
-    QCOMPARE(settingsFileState(setListFilePath()), SettingsFileState::Usable);
-    QCOMPARE(files(), before);
-    typeCue(velt, 3, "after");
-    confirmMode(velt, "radioProMarker");
-    for (const char* text :
-         {"Cue=before", "Cue=during", "Cue=after", "SongTitle=Middle", "Mode=1"}) {
-        QVERIFY2(files().contains(text), text);
-    }
-}
 
-// A process that saves without a pause is killed again and again.
-void TestFaults::filesAreWholeAfterEachKill()
-{
-    constexpr int kKills = 500;
-    constexpr int kFirstSaveMs = 4000; // Less than a save waits for a live process.
-    const Versions files;
-    void* shared =
-        mmap(nullptr, sizeof(Progress), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
-    auto& progress = *new (shared) Progress;
-    std::mt19937 random(20'240'229);
-    std::uniform_int_distribution<int> lifeUs(0, 40'000); // A save takes some milliseconds.
-    int savesKilled = 0;
-    int leftovers = 0;
-    for (int kill = 1; kill <= kKills; ++kill) {
-        progress.isBegun = false;
-        progress.started = progress.saved.load();
-        const pid_t child = fork();
-        if (child == 0) {
-            saveForEver(files, progress);
+    void diskFails()
+    {
+        QFETCH(bool, isFull);
+        const SmallDisk disk;
+        if (!disk.isMounted) {
+            QSKIP("only root can mount a disk");
         }
-        QElapsedTimer waited;
-        waited.start();
-        while (!progress.isBegun && !waited.hasExpired(kFirstSaveMs)) {
-            std::this_thread::sleep_for(std::chrono::microseconds(200));
+        const auto fail = [&](bool on) { isFull ? disk.setFull(on) : disk.setReadOnly(on); };
+        const auto files = [] { return bytes(setListFilePath()) + bytes(preferenceFilePath()); };
+        const WindowDriver velt; // Its files lie on that disk.
+        typeCue(velt, 0, "before");
+        confirmMode(velt, "radioProBars");
+        const QByteArray before = files();
+        QVERIFY(before.contains("Cue=before"));
+        fail(true);
+        QCOMPARE(settingsFileState(setListFilePath()),
+                 isFull ? SettingsFileState::DiskFull : SettingsFileState::ReadOnly);
+        {
+            const ModalScript noBox; // A failed save says nothing.
+            typeCue(velt, 2, "during");
+            confirmMode(velt, "radioProMarker");
         }
-        std::this_thread::sleep_for(std::chrono::microseconds(lifeUs(random)));
-        ::kill(child, SIGKILL);
-        waitpid(child, nullptr, 0);
-        QVERIFY2(progress.isBegun, "the first save waits for what the last kill left");
-        QVERIFY2(files.isWhole(progress.saved) || files.isWhole(progress.started),
-                 qPrintable(QString::number(kill)));
-        savesKilled += progress.started != progress.saved ? 1 : 0;
-        leftovers += files.leftovers();
+        fail(false);
+        QCOMPARE(settingsFileState(setListFilePath()), SettingsFileState::Usable);
+        QCOMPARE(files(), before);
+        typeCue(velt, 3, "after");
+        confirmMode(velt, "radioProMarker");
+        for (const char* text :
+             {"Cue=before", "Cue=during", "Cue=after", "SongTitle=Middle", "Mode=1"}) {
+            QVERIFY2(files().contains(text), text);
+        }
     }
-    QVERIFY(savesKilled >= kKills / 2);
-    QVERIFY(leftovers > 0); // Some were killed while they wrote.
-    files.save(0);
-    QCOMPARE(files.leftovers(), 0);
-    qInfo("%d of %d saves killed, %d files left", savesKilled, progress.saved.load(), leftovers);
-}
+
+    // A process that saves without a pause is killed again and again.
+    void filesAreWholeAfterEachKill()
+    {
+        constexpr int kKills = 500;
+        constexpr int kFirstSaveMs = 4000; // Less than a save waits for a live process.
+        const Versions files;
+        void* shared = mmap(nullptr, sizeof(Progress), PROT_READ | PROT_WRITE,
+                            MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+        auto& progress = *new (shared) Progress;
+        std::mt19937 random(20'240'229);
+        std::uniform_int_distribution<int> lifeUs(0, 40'000); // A save takes some milliseconds.
+        int savesKilled = 0;
+        int leftovers = 0;
+        for (int kill = 1; kill <= kKills; ++kill) {
+            progress.isBegun = false;
+            progress.started = progress.saved.load();
+            const pid_t child = fork();
+            if (child == 0) {
+                saveForEver(files, progress);
+            }
+            QElapsedTimer waited;
+            waited.start();
+            while (!progress.isBegun && !waited.hasExpired(kFirstSaveMs)) {
+                std::this_thread::sleep_for(std::chrono::microseconds(200));
+            }
+            std::this_thread::sleep_for(std::chrono::microseconds(lifeUs(random)));
+            ::kill(child, SIGKILL);
+            waitpid(child, nullptr, 0);
+            QVERIFY2(progress.isBegun, "the first save waits for what the last kill left");
+            QVERIFY2(files.isWhole(progress.saved) || files.isWhole(progress.started),
+                     qPrintable(QString::number(kill)));
+            savesKilled += progress.started != progress.saved ? 1 : 0;
+            leftovers += files.leftovers();
+        }
+        QVERIFY(savesKilled >= kKills / 2);
+        QVERIFY(leftovers > 0); // Some were killed while they wrote.
+        files.save(0);
+        QCOMPARE(files.leftovers(), 0);
+        qInfo("%d of %d saves killed, %d files left", savesKilled, progress.saved.load(),
+              leftovers);
+    }
+};
 
 VELT_TEST_MAIN(TestFaults)
 #include "tst_faults.moc"

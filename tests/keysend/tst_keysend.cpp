@@ -6,7 +6,7 @@
 
 using namespace Recording;
 
-class KeySendTest : public TestCase
+class TestKeySend : public TestCase
 {
     Q_OBJECT
 
@@ -104,5 +104,5 @@ private slots:
     }
 };
 
-VELT_TEST_MAIN(KeySendTest)
+VELT_TEST_MAIN(TestKeySend)
 #include "tst_keysend.moc"

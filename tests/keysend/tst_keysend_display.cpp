@@ -27,7 +27,7 @@ struct Receiver : Server
         start(file, {name, "-platform", "xcb"}, [this] { return reports(0) == "active\n"; });
     }
     pid_t pid() const { return static_cast<pid_t>(process.processId()); }
-    // All that it has reported, once this many lines are there.
+    // All that it has reported; waits for this many lines.
     QByteArray reports(qsizetype lines = 3)
     {
         const auto areThere = [&] {
@@ -82,7 +82,7 @@ struct OwnWindow
     X11Reply<xcb_key_press_event_t> key;
 };
 
-// To this process, unless it is told another.
+// Posts to this process or another.
 void post(CGKeyCode key, bool isDown, std::optional<ProcessSerialNumber> other = {})
 {
     ProcessSerialNumber process = {0, kNoProcess};
@@ -95,7 +95,7 @@ void post(CGKeyCode key, bool isDown, std::optional<ProcessSerialNumber> other =
 
 } // namespace
 
-class KeySendDisplayTest : public TestCase
+class TestKeySendDisplay : public TestCase
 {
     Q_OBJECT
 
@@ -107,16 +107,12 @@ class KeySendDisplayTest : public TestCase
     {
         server = std::make_unique<XServer>();
         qputenv("DISPLAY", server->display().toLatin1());
-        if (!server->isRunning()) {
-            QSKIP(qPrintable(server->why()));
-        }
+        SKIP_WITHOUT(*server);
     }
     void startWindowManager()
     {
         windowManager = std::make_unique<WindowManager>();
-        if (!windowManager->isRunning()) {
-            QSKIP(qPrintable(windowManager->why()));
-        }
+        SKIP_WITHOUT(*windowManager);
     }
     int find(const QString& name)
     {
@@ -188,7 +184,7 @@ private slots:
             type('7', false, false, 0xffb7, Qt::KeypadModifier);
         }
 
-        // Whatever had strayed to the other window would have come before this.
+        // A stray key would have reached the other window before this one.
         press(find("pro tools"), 0x31);
         QCOMPARE(focused.reports(), "active\n" + pressed(' '));
         QCOMPARE(daw.reports(expected.count('\n')), expected);
@@ -201,7 +197,7 @@ private slots:
         chooseTheWindow();
     }
 
-    // A window manager that is told what to list.
+    // With a scripted window manager.
     void keepsAPressAndItsReleaseTogether()
     {
         OwnWindow first;
@@ -343,5 +339,5 @@ private slots:
     }
 };
 
-VELT_TEST_MAIN(KeySendDisplayTest)
+VELT_TEST_MAIN(TestKeySendDisplay)
 #include "tst_keysend_display.moc"

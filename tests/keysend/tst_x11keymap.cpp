@@ -39,7 +39,7 @@ struct KeyMap
 
 } // namespace
 
-class X11KeyMapTest : public TestCase
+class TestX11KeyMap : public TestCase
 {
     Q_OBJECT
 
@@ -99,5 +99,5 @@ private slots:
     }
 };
 
-VELT_TEST_MAIN(X11KeyMapTest)
+VELT_TEST_MAIN(TestX11KeyMap)
 #include "tst_x11keymap.moc"

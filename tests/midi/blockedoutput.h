@@ -14,9 +14,8 @@
 #include <termios.h>
 #include <unistd.h>
 
-// Takes the place of standard output and standard error, which take nothing until resume(), but for
-// an empty pipe.
-// Nothing may be reported to QTest meanwhile.
+// Replaces standard output and standard error by ones that take nothing until resume(), except
+// EmptyPipe. Nothing may be reported to QTest meanwhile.
 class BlockedOutput
 {
 public:

@@ -51,7 +51,7 @@ struct FakePort
 
 } // namespace
 
-// Linked before RtMidi's own: as on a machine on which no back end can be constructed.
+// Linked in place of RtMidi's own: as where no back end can be constructed.
 RtMidiIn::RtMidiIn(RtMidi::Api, const std::string&, unsigned int)
 {
     throw RtMidiError("no MIDI here", RtMidiError::DRIVER_ERROR);

@@ -47,9 +47,7 @@ private slots:
     void initTestCase()
     {
         midi = std::make_unique<MidiSystem>();
-        if (!midi->isRunning()) {
-            QSKIP(qPrintable(midi->why()));
-        }
+        SKIP_WITHOUT(*midi);
     }
 
     void decodes()

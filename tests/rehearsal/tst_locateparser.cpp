@@ -30,7 +30,7 @@ QString textOf(const DawEvent& event)
 
 } // namespace
 
-class LocateParserTest : public TestCase
+class TestLocateParser : public TestCase
 {
     Q_OBJECT
 
@@ -86,5 +86,5 @@ private slots:
     }
 };
 
-VELT_TEST_MAIN(LocateParserTest)
+VELT_TEST_MAIN(TestLocateParser)
 #include "tst_locateparser.moc"

@@ -22,7 +22,7 @@ QStringList results(StandIn& rehearsal)
 
 } // namespace
 
-class RehearsalTest : public TestCase
+class TestRehearsal : public TestCase
 {
     Q_OBJECT
 
@@ -32,9 +32,7 @@ private slots:
         TestCase::init();
         midi.reset(); // Before another takes its name.
         midi = std::make_unique<MidiSystem>();
-        if (!midi->isRunning()) {
-            QSKIP(qPrintable(midi->why()));
-        }
+        SKIP_WITHOUT(*midi);
     }
 
     void understandsKeys()
@@ -95,12 +93,10 @@ private slots:
     {
         midi.reset();
         JackServer jack;
-        if (!jack.isRunning()) {
-            QSKIP(qPrintable(jack.why()));
-        }
+        SKIP_WITHOUT(jack);
         StandIn rehearsal;
         jack.kill();
-        // It may take a moment until the JACK library tells.
+        // The JACK library may report it a moment later.
         QTRY_VERIFY((rehearsal.press("note 31"), rehearsal.has("not sent note on 31 foot switch")));
         QVERIFY2(jack.restart(), qPrintable(jack.why()));
         StandIn::type("F8");
@@ -149,5 +145,5 @@ private:
     std::unique_ptr<MidiSystem> midi;
 };
 
-VELT_DISPLAY_TEST_MAIN(RehearsalTest)
+VELT_DISPLAY_TEST_MAIN(TestRehearsal)
 #include "tst_rehearsal.moc"

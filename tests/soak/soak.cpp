@@ -26,7 +26,7 @@ namespace {
 using Byte = unsigned char;
 constexpr Byte kDeviceId = 0x11;
 
-// What an operator expects of a show, whatever the window does.
+// The model: what the window must show and send.
 class Expected
 {
 public:
@@ -93,7 +93,7 @@ private:
     std::vector<EditDataSet> entries;
 };
 
-// What the process holds of the heap, however much of it the system has lent.
+// What the process has allocated.
 qint64 heapKb()
 {
 #ifdef Q_OS_MACOS
@@ -117,15 +117,162 @@ class Soak : public TestCase
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void longShow();
+    void initTestCase()
+    {
+        midi = std::make_unique<MidiSystem>();
+        SKIP_WITHOUT(*midi);
+    }
+
+    void longShow()
+    {
+        constexpr int kModes = 4;
+        constexpr int kLongRounds = 5;    // The first ones warm everything up.
+        constexpr int kLongLocates = 500; // Enough to tell a leak from noise.
+        const int locates = std::max(24, qEnvironmentVariableIntValue("VELT_SOAK_LOCATES"));
+        const int rounds = locates >= kLongLocates ? kLongRounds : 1;
+        [[maybe_unused]] qint64 heap = 0;
+        int handles = 0;
+        for (int round = 0; round < rounds; ++round) {
+            for (int mode = 0; mode < kModes; ++mode) {
+                playShow(mode, locates / (kModes * rounds));
+                if (QTest::currentTestFailed()) {
+                    return;
+                }
+            }
+            source.reset(); // Their memory is not the window's.
+            sink.reset();
+            Recording::reset();
+            qInfo("round %d: %lld kB of the heap, %d handles", round + 1, heapKb(), openHandles());
+            if (round == 1) {
+                heap = heapKb();
+                handles = openHandles();
+            }
+        }
+        if (rounds == 1) {
+            return;
+        }
+        QCOMPARE(openHandles(), handles);
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__) // These keep freed memory.
+        // A leak must show between the 1 kB that a locate is seen to take and the 30 kB that stay
+        // of each window that was opened and closed.
+        const double grown = double(heapKb() - heap) / (rounds - 2);
+        const double allowed = kModes * 40 + 1.5 * locates / rounds;
+        QVERIFY2(grown < allowed, qPrintable(QString("%1 kB a round").arg(grown)));
+#endif
+    }
 
 private:
-    EditData randomShow(int mode);
-    void playShow(int mode, int locates);
-    void step(WindowDriver& velt, Expected& expected);
-    void move(WindowDriver& velt, Expected& expected, int rows);
-    void note(bool isOn, int pitch);
+    EditData randomShow(int mode)
+    {
+        EditData data;
+        data.Mode = mode;
+        data.DeviceIdValue = kDeviceId;
+        data.MidiInPort = data.ShortcutMidiInPort = PeerSource::port();
+        data.MidiOutPort = PeerSink::port();
+        data.ShowList.resize(1);
+        data.ShowList[0].ShowTitle = "Tonight";
+        const int songs = random.bounded(8, 40);
+        for (int i = 1; i <= songs; ++i) {
+            const EditDataSong song{i,
+                                    QString("Song %1").arg(i),
+                                    {},
+                                    random.bounded(1, 1000),
+                                    random.bounded(1, 10000)};
+            data.SongList.push_back(song);
+            data.ShowList[0].SetList.push_back({kSetTypeSong, song, {}, {}});
+            if (random.bounded(5) == 0) {
+                data.ShowList[0].SetList.push_back({kSetTypeSpace, {}, "talk", {}});
+            }
+        }
+        return data;
+    }
+
+    void playShow(int mode, int locates)
+    {
+        Recording::reset();
+        Recording::setApplications({{"Finder"}, {mode < 2 ? "Pro Tools" : "Studio One"}});
+        source.reset(); // Before another takes its name.
+        sink.reset();
+        source = std::make_unique<PeerSource>();
+        sink = std::make_unique<PeerSink>();
+        const EditData data = randomShow(mode);
+        WindowDriver velt(data);
+        for (QMidiIn* port : {velt.dawIn, velt.controllerIn}) {
+            QVERIFY(port->isPortOpen());
+            connect(port, &QMidiIn::midiMessageReceived, this, [this] { ++receivedNotes; });
+        }
+        settle();
+        Expected expected(mode, data.ShowList[0].SetList);
+        while (expected.locates < locates && !QTest::currentTestFailed()) {
+            step(velt, expected);
+        }
+    }
+
+    // One thing that somebody does, and what must be true after it.
+    void step(WindowDriver& velt, Expected& expected)
+    {
+        const auto finishClick = [&velt](const char* name) {
+            QTRY_VERIFY(!velt.button(name)->isDown());
+        };
+        const int action = random.bounded(16);
+        if (action < 2) { // LOCATE by foot switch
+            expected.locate();
+            note(true, 31);
+            finishClick("LOCATE");
+        } else if (action < 3) { // by mouse
+            expected.locate();
+            velt.press("LOCATE");
+        } else if (action < 7) { // AutoLocate and AutoStop
+            velt.mode->setCurrentIndex(1 + random.bounded(2));
+            expected.endOfSong(velt.mode->currentText() == "AutoStop");
+            note(false, random.bounded(2) ? 24 : 36);
+            finishClick("DAW STOP");
+        } else if (action < 11) { // Song DOWN and UP
+            move(velt, expected, action < 10 ? 1 : -1);
+        } else if (action < 13) { // DAW PLAY and DAW STOP
+            const bool isPlay = action == 11;
+            expected.press(isPlay);
+            note(true, isPlay ? 33 : 35);
+            finishClick(isPlay ? "DAW PLAY" : "DAW STOP");
+        } else if (action < 14) { // a key of the keyboard that is sent on
+            expected.keys += Recording::press(Expected::kDaw, 0x52);
+            QTest::keyClick(velt.table, Qt::Key_0);
+            finishClick("Key 0");
+        } else if (action < 15) { // back to the top
+            expected.move(-1000);
+            velt.select(0);
+        } else if (expected.run.operationOn) {
+            expected.run = expected.run.ended();
+            velt.press("Reset");
+        }
+        QCOMPARE(Recording::takeEvents(), expected.keys);
+        expected.keys.clear();
+        QTRY_COMPARE(sink->received().size(), expected.mmc.size());
+        QVERIFY(sink->received() == expected.mmc);
+        QCOMPARE(velt.rowMarks(), expected.rowMarks());
+        QCOMPARE(velt.selectedRow(), expected.selected);
+        QCOMPARE(velt.isRunning(), expected.run.operationOn);
+    }
+
+    void move(WindowDriver& velt, Expected& expected, int rows)
+    {
+        expected.move(rows);
+        if (random.bounded(2)) {
+            note(true, rows > 0 ? 29 : 28);
+        } else {
+            QTest::keyClick(velt.table, rows > 0 ? Qt::Key_Down : Qt::Key_Up);
+        }
+    }
+
+    // Plays a note into both inputs and waits until the window has acted on it.
+    void note(bool isOn, int pitch)
+    {
+        const Byte channel = Byte(random.bounded(16));
+        source->send({Byte((isOn ? 0x90 : 0x80) | channel), Byte(pitch), Byte(100)});
+        sentNotes += 2;
+        QTRY_COMPARE(receivedNotes, sentNotes);
+        QCoreApplication::processEvents(); // A click that the note began shows itself.
+    }
 
     QRandomGenerator random{20};
     std::unique_ptr<MidiSystem> midi;
@@ -134,161 +281,6 @@ private:
     int sentNotes = 0;
     int receivedNotes = 0;
 };
-
-void Soak::initTestCase()
-{
-    midi = std::make_unique<MidiSystem>();
-    if (!midi->isRunning()) {
-        QSKIP(qPrintable(midi->why()));
-    }
-}
-
-void Soak::longShow()
-{
-    constexpr int kModes = 4;
-    constexpr int kLongRounds = 5;    // The first ones warm everything up.
-    constexpr int kLongLocates = 500; // Enough to tell a leak from noise.
-    const int locates = std::max(24, qEnvironmentVariableIntValue("VELT_SOAK_LOCATES"));
-    const int rounds = locates >= kLongLocates ? kLongRounds : 1;
-    [[maybe_unused]] qint64 heap = 0;
-    int handles = 0;
-    for (int round = 0; round < rounds; ++round) {
-        for (int mode = 0; mode < kModes; ++mode) {
-            playShow(mode, locates / (kModes * rounds));
-            if (QTest::currentTestFailed()) {
-                return;
-            }
-        }
-        source.reset(); // What they hold is none of the window's.
-        sink.reset();
-        Recording::reset();
-        qInfo("round %d: %lld kB of the heap, %d handles", round + 1, heapKb(), openHandles());
-        if (round == 1) {
-            heap = heapKb();
-            handles = openHandles();
-        }
-    }
-    if (rounds == 1) {
-        return;
-    }
-    QCOMPARE(openHandles(), handles);
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__) // These keep what is freed.
-    // A leak must show between the 1 kB that a locate is seen to take and the 30 kB that stay of
-    // each window that was opened and closed.
-    const double grown = double(heapKb() - heap) / (rounds - 2);
-    const double allowed = kModes * 40 + 1.5 * locates / rounds;
-    QVERIFY2(grown < allowed, qPrintable(QString("%1 kB a round").arg(grown)));
-#endif
-}
-
-EditData Soak::randomShow(int mode)
-{
-    EditData data;
-    data.Mode = mode;
-    data.DeviceIdValue = kDeviceId;
-    data.MidiInPort = data.ShortcutMidiInPort = PeerSource::port();
-    data.MidiOutPort = PeerSink::port();
-    data.ShowList.resize(1);
-    data.ShowList[0].ShowTitle = "Tonight";
-    const int songs = random.bounded(8, 40);
-    for (int i = 1; i <= songs; ++i) {
-        const EditDataSong song{
-            i, QString("Song %1").arg(i), {}, random.bounded(1, 1000), random.bounded(1, 10000)};
-        data.SongList.push_back(song);
-        data.ShowList[0].SetList.push_back({kSetTypeSong, song, {}, {}});
-        if (random.bounded(5) == 0) {
-            data.ShowList[0].SetList.push_back({kSetTypeSpace, {}, "talk", {}});
-        }
-    }
-    return data;
-}
-
-void Soak::playShow(int mode, int locates)
-{
-    Recording::reset();
-    Recording::setApplications({{"Finder"}, {mode < 2 ? "Pro Tools" : "Studio One"}});
-    source.reset(); // Before another takes its name.
-    sink.reset();
-    source = std::make_unique<PeerSource>();
-    sink = std::make_unique<PeerSink>();
-    const EditData data = randomShow(mode);
-    WindowDriver velt(data);
-    for (QMidiIn* port : {velt.dawIn, velt.controllerIn}) {
-        QVERIFY(port->isPortOpen());
-        connect(port, &QMidiIn::midiMessageReceived, this, [this] { ++receivedNotes; });
-    }
-    settle();
-    Expected expected(mode, data.ShowList[0].SetList);
-    while (expected.locates < locates && !QTest::currentTestFailed()) {
-        step(velt, expected);
-    }
-}
-
-// One thing that somebody does, and what must be true after it.
-void Soak::step(WindowDriver& velt, Expected& expected)
-{
-    const auto finishClick = [&velt](const char* name) {
-        QTRY_VERIFY(!velt.button(name)->isDown());
-    };
-    const int action = random.bounded(16);
-    if (action < 2) { // LOCATE by foot switch
-        expected.locate();
-        note(true, 31);
-        finishClick("LOCATE");
-    } else if (action < 3) { // by mouse
-        expected.locate();
-        velt.press("LOCATE");
-    } else if (action < 7) { // AutoLocate and AutoStop
-        velt.mode->setCurrentIndex(1 + random.bounded(2));
-        expected.endOfSong(velt.mode->currentText() == "AutoStop");
-        note(false, random.bounded(2) ? 24 : 36);
-        finishClick("DAW STOP");
-    } else if (action < 11) { // Song DOWN and UP
-        move(velt, expected, action < 10 ? 1 : -1);
-    } else if (action < 13) { // DAW PLAY and DAW STOP
-        const bool isPlay = action == 11;
-        expected.press(isPlay);
-        note(true, isPlay ? 33 : 35);
-        finishClick(isPlay ? "DAW PLAY" : "DAW STOP");
-    } else if (action < 14) { // a key of the keyboard that is sent on
-        expected.keys += Recording::press(Expected::kDaw, 0x52);
-        QTest::keyClick(velt.table, Qt::Key_0);
-        finishClick("Key 0");
-    } else if (action < 15) { // back to the top
-        expected.move(-1000);
-        velt.select(0);
-    } else if (expected.run.operationOn) {
-        expected.run = expected.run.ended();
-        velt.press("Reset");
-    }
-    QCOMPARE(Recording::takeEvents(), expected.keys);
-    expected.keys.clear();
-    QTRY_COMPARE(sink->received().size(), expected.mmc.size());
-    QVERIFY(sink->received() == expected.mmc);
-    QCOMPARE(velt.rowMarks(), expected.rowMarks());
-    QCOMPARE(velt.selectedRow(), expected.selected);
-    QCOMPARE(velt.isRunning(), expected.run.operationOn);
-}
-
-void Soak::move(WindowDriver& velt, Expected& expected, int rows)
-{
-    expected.move(rows);
-    if (random.bounded(2)) {
-        note(true, rows > 0 ? 29 : 28);
-    } else {
-        QTest::keyClick(velt.table, rows > 0 ? Qt::Key_Down : Qt::Key_Up);
-    }
-}
-
-// Plays a note into both inputs and waits until the window has acted on it.
-void Soak::note(bool isOn, int pitch)
-{
-    const Byte channel = Byte(random.bounded(16));
-    source->send({Byte((isOn ? 0x90 : 0x80) | channel), Byte(pitch), Byte(100)});
-    sentNotes += 2;
-    QTRY_COMPARE(receivedNotes, sentNotes);
-    QCoreApplication::processEvents(); // A click that the note began shows itself.
-}
 
 VELT_TEST_MAIN(Soak)
 #include "soak.moc"

@@ -51,7 +51,7 @@ void ModalScript::answer(const Box& box, QMessageBox::StandardButton answer)
 
 void ModalScript::poll()
 {
-    // One timer a look: a step may open a further modal window, in which this goes on.
+    // A timer for each poll: a step may open a further modal window, in which polling goes on.
     QTimer::singleShot(kPollMs, this, &ModalScript::poll);
     handled.erase(std::remove_if(handled.begin(), handled.end(),
                                  [](const auto& shown) { return !shown || !shown->isVisible(); }),
@@ -61,7 +61,7 @@ void ModalScript::poll()
         return;
     }
     if (steps.empty()) {
-        // A dialog that the test itself has opened is none of the script's business.
+        // A dialog that the test itself has opened is not the script's.
         if (qobject_cast<QMessageBox*>(window)) {
             QTest::qFail("a message box that nobody expected", __FILE__, __LINE__);
             window->close();

@@ -9,8 +9,9 @@
 #include <deque>
 #include <functional>
 
-// Answers modal windows while the code under test waits in them, one step a window, in order. A
-// window that the next step does not expect is a failure, and is closed so that nothing hangs.
+// Answers modal windows while the code under test waits in them, one step for each window, in
+// order. A window that the next step does not expect is a failure, and is closed so that nothing
+// hangs.
 class ModalScript : public QObject
 {
     Q_OBJECT
@@ -27,7 +28,7 @@ public:
     ModalScript();
     ~ModalScript() override; // Fails the test if a step was not reached.
 
-    // Waits for a message box that looks so, and presses `answer` (NoButton: the Escape key).
+    // Waits for this message box, and presses `answer` (NoButton: the Escape key).
     void answer(const Box& box, QMessageBox::StandardButton answer);
     // The same for a question without a title, as all questions of the program are.
     void answerQuestion(const QString& text, QMessageBox::StandardButtons buttons,
@@ -44,5 +45,5 @@ private:
     void poll();
 
     std::deque<std::function<void(QWidget*)>> steps;
-    QVector<QPointer<QWidget>> handled; // Stay open while others come and go above them.
+    QVector<QPointer<QWidget>> handled; // They stay open while others open and close above them.
 };

@@ -5,8 +5,8 @@
 #include <QVector>
 
 // The platform layer of tests: link velt_platform_recording instead of velt_platform. The running
-// applications are what the test says, nothing reaches a real one, and every key event and pause
-// is put into one list, in order. Pauses are not slept, so that sequences cost no time.
+// applications are those that the test sets, no key reaches a real one, and all key events and
+// pauses are recorded in one list, in order. Nothing sleeps, so sequences cost no time.
 //
 //     Recording::setApplications({{"Finder"}, {"Pro Tools"}});
 //     ... let the program locate bar 12 ...
@@ -24,7 +24,7 @@ struct Application
     enum Kind {
         Other,
         Own,     // The program itself, which lists of running applications include.
-        Nameless // Its name cannot be had.
+        Nameless // CopyProcessName() fails for it.
     };
 
     // Not explicit, so that a list of names is a list of applications.

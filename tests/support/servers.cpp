@@ -105,7 +105,7 @@ void Server::suspend(bool stopped)
     }
     const auto pid = static_cast<pid_t>(process.processId());
     ::kill(pid, stopped ? SIGSTOP : SIGCONT);
-    if (stopped) { // On a busy machine its threads run on for a moment.
+    if (stopped) { // On a busy machine its threads stop a moment later.
         siginfo_t info;
         waitid(P_PID, static_cast<id_t>(pid), &info, WSTOPPED | WNOWAIT);
     }
@@ -127,7 +127,7 @@ JackServer::~JackServer()
     if (process.exitStatus() == QProcess::CrashExit && startNamed()) {
         stop();
     }
-    // Semaphores of clients that a killed server could not say goodbye to.
+    // Semaphores that a killed server left.
     QDir memory(QStringLiteral("/dev/shm"));
     for (const QString& left : memory.entryList({QStringLiteral("jack_sem.*_%1_*").arg(name)})) {
         memory.remove(left);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QProcess>
+#include <QTest>
 
 #include <functional>
 #include <optional>
@@ -27,7 +28,7 @@ public:
 protected:
     Server() = default;
     ~Server() { stop(); }
-    // Waits until it is ready; true if it gets so.
+    // Waits until it is ready; false if it does not start.
     bool start(const QString& program, const QStringList& arguments,
                const std::function<bool()>& isReady);
     void stop();
@@ -37,6 +38,11 @@ protected:
 private:
     QString reason;
 };
+
+// Skips the test function, with the reason, where the server does not run.
+#define SKIP_WITHOUT(server)                                                                       \
+    if (!(server).isRunning())                                                                     \
+    QSKIP(qPrintable((server).why()))
 
 // A JACK server with the dummy driver. Ports that this process and its children open afterwards are
 // on it; close them first.

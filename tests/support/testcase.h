@@ -7,14 +7,14 @@
 #include <functional>
 #include <memory>
 
-// Base of every test class. Any Qt warning that a test function did not announce fails it. A class
-// with its own init() or cleanup() calls the base's from there.
+// Base of every test class. A test function fails on any Qt warning that it did not announce. A
+// class with its own init() or cleanup() calls the base's from there.
 class TestCase : public QObject
 {
     Q_OBJECT
 
 protected:
-    // Announces a warning that has this pattern in it; the test function fails if it does not come.
+    // Announces a warning that contains this pattern; the test function fails if it does not come.
     static void expectWarning(const QString& pattern);
 
 protected slots:
