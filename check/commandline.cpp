@@ -108,7 +108,7 @@ std::optional<int> runCommandLine(int argc, char** argv)
         return 0;
     }
     if (parser.isSet(text("version"))) {
-        print(text("velt " VELT_VERSION "\n"));
+        print(text("velt %1\n").arg(text(VELT_VERSION)));
         return 0;
     }
     return check(parser.value(text("show")));

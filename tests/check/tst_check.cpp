@@ -28,6 +28,12 @@ CheckFacts goodMachine()
     return facts;
 }
 
+// A chosen port that is not among these.
+CheckFacts::Port missing(const QStringList& present)
+{
+    return {false, present};
+}
+
 // Without those that are ok.
 QStringList linesOf(const Findings& findings)
 {
@@ -94,21 +100,16 @@ void TestCheck::machine_data()
             facts.isMac = true, facts.canType = false, facts.programs.clear();
         },
         {"problem DAW: this Mac does not let VELT type", "is not running"});
-    row("a port that has gone",
-        [](CheckFacts& facts) {
-            facts.dawOutput = {false, {"Synth"}};
-        },
+    row("a port that has gone", [](CheckFacts& facts) { facts.dawOutput = missing({"Synth"}); },
         {"do nothing. Plug in its device or start its program, or choose another ('Synth')"});
     row("a port of nearly that name",
         [](CheckFacts& facts) {
-            facts.controllerInput = {false, {"DAW:notes", "pedals-notes", "Pedal"}};
+            facts.controllerInput = missing({"DAW:notes", "pedals-notes", "Pedal"});
         },
         {"problem Midi Controller Input: 'Pedal:notes' is not there; the foot switch does nothing. "
          "'pedals-notes' is: if that is the one"});
     row("a port with an addition to its name",
-        [](CheckFacts& facts) {
-            facts.dawInput = {false, {"xDAW:notes on the second machine"}};
-        },
+        [](CheckFacts& facts) { facts.dawInput = missing({"xDAW:notes on the second machine"}); },
         {"'xDAW:notes on the second machine' is: if"});
     row("VELT's own port",
         [](CheckFacts& facts) { facts.data.MidiInPort = "RtMidi Output Client:x"; },

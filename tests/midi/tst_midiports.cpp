@@ -97,7 +97,7 @@ private slots:
     void filtersByDefaultAndTracesTheRest()
     {
         // RtMidi names ports of CoreMIDI in ASCII only.
-        const QString name = QString::fromUtf8(MidiSystem::kIsCoreMidi ? "Stage" : "B\xC3\xBChne");
+        const QString name = QString::fromUtf8(kIsCoreMidi ? "Stage" : "B\xC3\xBChne");
         QMidiOut source;
         source.openVirtualPort(name);
         QMidiIn in;

@@ -24,7 +24,7 @@ inline QString peerName(const QString& role)
 // How a port is shown that is named as its client; CoreMIDI knows of no clients.
 inline QString peerPort(const QString& name)
 {
-    return MidiSystem::kIsCoreMidi ? name : name + ':' + name;
+    return kIsCoreMidi ? name : name + ':' + name;
 }
 
 struct PeerSource : MidiOutput

@@ -60,32 +60,24 @@ private:
     QString name;
 };
 
+#ifdef Q_OS_MACOS
+constexpr bool kIsCoreMidi = true;
+#else
+constexpr bool kIsCoreMidi = false;
+#endif
+
 // What MIDI is tested over: CoreMIDI on a Mac, the ALSA sequencer where the machine has one, else a
 // JACK server, also if VELT_MIDI is "jack". Ports that this process and its children open
 // afterwards are on it.
 class MidiSystem
 {
 public:
-#ifdef Q_OS_MACOS
-    static constexpr bool kIsCoreMidi = true;
-#else
-    static constexpr bool kIsCoreMidi = false;
-#endif
     MidiSystem();
 
     static bool isAlsa();
-    bool isJack() const
-    {
-        return jack.has_value();
-    }
-    bool isRunning() const
-    {
-        return !jack || jack->isRunning();
-    }
-    QString why() const
-    {
-        return jack ? jack->why() : QString();
-    }
+    bool isJack() const { return jack.has_value(); }
+    bool isRunning() const { return !jack || jack->isRunning(); }
+    QString why() const { return jack ? jack->why() : QString(); }
 
 private:
     std::optional<JackServer> jack;
