@@ -193,10 +193,13 @@ private slots:
         const bool isRoot = chown(qPrintable(dir.path()), kNobody, 0) == 0;
         QCOMPARE(chown(qPrintable(path), isRoot ? kNobody : getuid(), getgid()), 0);
         using State = SettingsFileState;
-        for (const auto& [mode, state] : {std::pair(0200U, State::Unreadable),
-                                          {0400U, State::ReadOnly},
-                                          {0600U, State::Usable}}) {
+        for (const auto& [mode, modeOfDirectory, state] :
+             {std::tuple(0200U, 0700U, State::Unreadable),
+              {0400U, 0700U, State::ReadOnly},
+              {0600U, 0500U, State::ReadOnly},
+              {0600U, 0700U, State::Usable}}) {
             QCOMPARE(chmod(qPrintable(path), mode), 0);
+            QCOMPARE(chmod(qPrintable(dir.path()), modeOfDirectory), 0);
             const pid_t user = start([&, expected = state] {
                 return (!isRoot || setuid(kNobody) == 0) && settingsFileState(path) == expected &&
                        setValue(path, "Mode", 2) == (expected == State::Usable);
