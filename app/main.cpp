@@ -14,7 +14,7 @@ int main(int argc, char* argv[])
 {
     // A display or MIDI server that goes away while it is written to must not end the show.
     std::signal(SIGPIPE, SIG_IGN);
-    qInstallMessageHandler(writeMessageAtOnce); // Nor must a paused terminal.
+    qInstallMessageHandler(writeMessageAtOnce); // A paused terminal must not hold it up.
 
     QCoreApplication::setApplicationName(QStringLiteral("VELT"));
     if (argc > 1) {

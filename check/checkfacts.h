@@ -27,7 +27,7 @@ struct CheckFacts
     struct Port
     {
         bool isThere = false; // The program would open the chosen one now.
-        QStringList present;  // But for VELT's own.
+        QStringList present;  // Except VELT's own.
     };
     QString midiSystem;       // Empty: none runs. As MidiPort::systemName() has it.
     QString wantedMidiSystem; // Empty: any.

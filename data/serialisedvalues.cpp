@@ -9,8 +9,8 @@
 
 namespace {
 
-// Quoted texts, escapes and comments: a sign in them does not begin a value.
-const QString kNoSigns =
+// Quoted texts, escapes and comments: a '=' or ',' in them does not begin a value.
+const QString kNoSeparators =
     QStringLiteral(R"("[^"\\]*+(?:\\[\s\S][^"\\]*+)*+(?:"|$)|\\(?:\r\n|\n\r|[\s\S])|;[^\r\n]*)");
 
 // Escapes without a meaning and byte order marks, which QSettings skips.
@@ -28,8 +28,8 @@ const QString kAt = QStringLiteral(R"((?:@|\\x(?:[0-9A-Fa-f]*00|0?)40(?![0-9A-Fa
 const QString kHarmless = QStringLiteral(
     R"(@|Invalid\(\)|String\(|Variant\(\\0\\0\\0\\x43(?:\\0|\\x[1-5])(?![0-9A-Fa-f]))");
 
-// False only if no value starts with an @. Keeps most files from being decoded, which costs a
-// reader more than the search.
+// False only if no value starts with an @. Spares most files the search for them, which takes
+// longer than this.
 bool mayHaveSerialisedValues(const QByteArray& content)
 {
     if (content.contains('@')) {
@@ -57,8 +57,10 @@ QByteArray escapeSerialisedValues(QByteArray content)
     if (!mayHaveSerialisedValues(content)) {
         return content;
     }
-    static const QRegularExpression sign(QStringLiteral("(?:%1)(*SKIP)(*FAIL)|([=,])(?=%2%3(?!%4))")
-                                             .arg(kNoSigns, kStart, kAt, kHarmless));
+    static const QRegularExpression separator(
+        QStringLiteral("(?:%1)(*SKIP)(*FAIL)|([=,])(?=%2%3(?!%4))")
+            .arg(kNoSeparators, kStart, kAt, kHarmless));
     QString text = QLatin1String(content.constData(), content.size());
-    return text.replace(sign, QStringLiteral("\\1@")).toLatin1(); // A doubled @ is one of a text.
+    return text.replace(separator, QStringLiteral("\\1@"))
+        .toLatin1(); // A doubled @ is an @ of a text.
 }

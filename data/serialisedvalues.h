@@ -5,5 +5,5 @@
 
 // The content of an INI file with its serialised values, save colours, escaped so that QSettings
 // reads them as text. QSettings believes what such a value says of its type, length and depth: a
-// damaged one ends the program. VELT's own files have no serialised values but colours.
+// damaged one ends the program. VELT itself serialises only colours.
 QByteArray escapeSerialisedValues(QByteArray content);

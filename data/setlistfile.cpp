@@ -15,8 +15,8 @@ namespace {
 // this one, so that a count alone cannot exhaust the program.
 constexpr std::int32_t kMaxCount = 100'000;
 
-// Of the entries that shows count but the file does not hold, this many are looked up in a file.
-// The next one ends its show.
+// A show can count entries that the file does not have. After this many in a file, each further one
+// ends its show.
 constexpr std::int32_t kMaxMissingEntries = 100'000;
 
 // Walks the numbered groups of a file, such as SongData3 and ShowData1/SetData2. Numbers start
@@ -96,10 +96,10 @@ std::vector<EditDataShow> Reader::readShows(const std::vector<EditDataSong>& son
 {
     songOfId.reserve(static_cast<int>(songs.size()));
     std::for_each(songs.rbegin(), songs.rend(), [this](const EditDataSong& song) {
-        songOfId.insert(song.Id, &song); // The first in the file, inserted last, stands for its Id.
+        songOfId.insert(song.Id, &song); // Of songs with one Id, the first counts: inserted last.
     });
     std::vector<EditDataShow> shows;
-    // Has QSettings parse the sections of all shows: look-ups are faster once none is left.
+    // Makes QSettings parse the sections of all shows: then look-ups are faster.
     readGroups("ShowDataNum", "ShowData", [this] {
         value("SetNum");
         return true;
@@ -116,7 +116,7 @@ std::vector<EditDataShow> Reader::readShows(const std::vector<EditDataSong>& son
 }
 
 // Appends an entry, unless its song is not in the file or its kind is unknown. Returns false if the
-// file has no kind for it: it is damaged or missing, and reads as the song with Id 0.
+// file has no kind for it: such an entry is missing or damaged, and reads as the song with Id 0.
 bool Reader::readEntry(std::vector<EditDataSet>& entries)
 {
     const QVariant setType = value("SetType");
@@ -141,7 +141,7 @@ public:
     void writeShows(const std::vector<EditDataShow>& shows);
 
 private:
-    // A key has no spare room: QSettings keeps it.
+    // Makes a key without spare capacity, since QSettings keeps it.
     void set(const char* name, const QVariant& value)
     {
         file.setValue(prefix % QLatin1String(name), value);

@@ -60,13 +60,13 @@ QByteArray inMarkedUtf8(QByteArray content)
     return kUtf8Mark + (isUtf8 ? content : QString::fromLatin1(content.constData(), size).toUtf8());
 }
 
-// What QSettings is given in place of the content of an INI file.
-QByteArray harmless(QByteArray content)
+// The content of an INI file as QSettings gets it.
+QByteArray forQSettings(QByteArray content)
 {
     return escapeSerialisedValues(inMarkedUtf8(std::move(content)));
 }
 
-// Where a file lies that may be a symbolic link, also one to a file that does not exist yet.
+// The file itself, where `path` may be a symbolic link to it. It need not exist yet.
 QString linkTarget(const QString& path)
 {
     const QFileInfo file(path);
@@ -110,8 +110,8 @@ MemoryFile::MemoryFile(QByteArray content) : resource(std::move(content))
     QResource::registerResource(data(), name);
 }
 
-// Keeps other processes from saving in a directory. The system releases it with the process,
-// however that ends, so no lock is ever left behind.
+// Keeps other processes from saving in a directory. The system releases it when the process ends,
+// so no lock is ever left.
 class SaveLock
 {
 public:
@@ -158,7 +158,7 @@ private:
     QDir dir;
 };
 
-// On a full disk a file can take only a part, and its size alone tells.
+// On a full disk a write can take only a part; only the file's size shows it.
 bool writeWhole(const QString& path, const QByteArray& content)
 {
     QFile file(path);
@@ -188,8 +188,8 @@ void makeBackup(const QByteArray& content, const QString& path)
     }
 }
 
-// QSettings reports success if the disk gets full in the last piece of a file. A file that ends
-// with the end mark is whole.
+// QSettings reports success even if the disk is full before its last bytes. A file that ends with
+// the end mark is whole.
 bool cutEndMark(const QString& path)
 {
     QFile file(path);
@@ -202,8 +202,8 @@ bool writeValues(const QString& path, const std::function<void(QSettings&)>& fil
 {
     QSettings file(path, QSettings::IniFormat);
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
-    if (file.iniCodec()) { // For UTF-8. It cannot write emoji; without one QSettings can.
-        file.allKeys();    // Decodes all that the file has.
+    if (file.iniCodec()) { // For UTF-8. With it, QSettings cannot write emoji.
+        file.allKeys();    // Decodes what the file has.
         file.setIniCodec(static_cast<QTextCodec*>(nullptr));
     }
 #endif
@@ -238,7 +238,7 @@ SettingsFileState settingsFileState(const QString& path)
 
 void readSettingsFile(const QString& path, const std::function<void(const QSettings&)>& take)
 {
-    const MemoryFile copy(harmless(contents(path).value_or(QByteArray())));
+    const MemoryFile copy(forQSettings(contents(path).value_or(QByteArray())));
     take(QSettings(copy.path(), QSettings::IniFormat));
 }
 
@@ -261,6 +261,6 @@ bool writeSettingsFile(const QString& path, const std::function<void(QSettings&)
     }
     const StagingDirectory staging(directory);
     const QString staged = staging.freshPath();
-    return (!old || writeWhole(staged, harmless(*old))) && writeValues(staged, fill) &&
+    return (!old || writeWhole(staged, forQSettings(*old))) && writeValues(staged, fill) &&
            replaceFile(staged, target);
 }

@@ -17,7 +17,7 @@ protected:
         "C=1, \\x40\"DateTime\"(\\0\\0\\0G\\0\\x7f\\xff\\xff\\xff)\n"
         "D=\xef\xbb\xbf@Variant(\\0\\0\\0\\x47\\x7f\\xff\\xff\\xff)\n";
 
-    QString freshPath() { return dir.filePath(QString::number(++count) + QLatin1String(".ini")); }
+    QString freshPath() { return dir.filePath(QString::number(++count) + ".ini"); }
 
     QString fileWith(const QByteArray& content)
     {

@@ -8,7 +8,7 @@
 #include <QFileInfo>
 
 // The preference file and the geometry file, and what holds for all files.
-class DataFilesTest : public FileTest
+class TestDataFiles : public FileTest
 {
     Q_OBJECT
 
@@ -16,9 +16,9 @@ private slots:
     void filesLieInTheConfigurationDirectory()
     {
         const QString home = filesIn(qEnvironmentVariable("XDG_CONFIG_HOME"));
-        QCOMPARE(setListFilePath(), home + QLatin1String("VELTSetting.ini"));
-        QCOMPARE(preferenceFilePath(), home + QLatin1String("VELTPreference.ini"));
-        QCOMPARE(displayStatusFilePath(), home + QLatin1String("DispStatus.ini"));
+        QCOMPARE(setListFilePath(), home + "VELTSetting.ini");
+        QCOMPARE(preferenceFilePath(), home + "VELTPreference.ini");
+        QCOMPARE(displayStatusFilePath(), home + "DispStatus.ini");
         writeDisplayStatus(displayStatusFilePath(), {});
         QVERIFY(QFileInfo::exists(displayStatusFilePath()));
     }
@@ -37,10 +37,10 @@ private slots:
         data.readPreference(fileWith(content));
         QVERIFY(data.Mode == 7 && data.DeviceIdValue == 0xb && data.ArrowKeyMode);
         QVERIFY(data.NoteSongUp == 1 && data.NoteSongDown == 2 && data.NoteDawStop == -5);
-        QCOMPARE(data.MidiInPort, QStringLiteral("IAC, \"1\""));
+        QCOMPARE(data.MidiInPort, QString("IAC, \"1\""));
         QVERIFY(data.ShortcutMidiInPort == "@pad:0" && data.MidiOutPort == "out");
         QVERIFY(data.SendTextColor == QColor(0x12, 0xab, 0x34));
-        data.DeviceId = QStringLiteral(" 0xb");
+        data.DeviceId = " 0xb";
         const QString path = freshPath();
         data.writePreference(path);
         QCOMPARE(bytes(path), content);
@@ -51,7 +51,7 @@ private slots:
         EditData data;
         data.DeviceIdValue = 9;
         data.Mode = kModeStudioOneMarker;
-        data.MidiInPort = data.ShortcutMidiInPort = data.MidiOutPort = QStringLiteral("port");
+        data.MidiInPort = data.ShortcutMidiInPort = data.MidiOutPort = "port";
         data.readPreference(fileWith("[General]\nNoteLocate=40\nDeviceId=zz\nno equals sign"));
         QVERIFY(data.Mode == 0 && data.DeviceIdValue == 9 && data.MidiInPort.isEmpty());
         QVERIFY(data.ShortcutMidiInPort.isEmpty() && data.MidiOutPort.isEmpty());
@@ -145,5 +145,5 @@ private slots:
     }
 };
 
-VELT_TEST_MAIN(DataFilesTest)
+VELT_TEST_MAIN(TestDataFiles)
 #include "tst_datafiles.moc"

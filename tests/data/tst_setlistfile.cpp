@@ -8,13 +8,13 @@ static QString titles(const EditDataShow& show)
 {
     QStringList result;
     for (const EditDataSet& entry : show.SetList) {
-        result << (entry.SetType == kSetTypeSpace ? QStringLiteral("[%1]").arg(entry.SpaceName)
+        result << (entry.SetType == kSetTypeSpace ? QString("[%1]").arg(entry.SpaceName)
                                                   : entry.Song.SongTitle);
     }
-    return result.join(QLatin1Char(' '));
+    return result.join(QChar(' '));
 }
 
-class SetListFileTest : public FileTest
+class TestSetListFile : public FileTest
 {
     Q_OBJECT
 
@@ -30,7 +30,7 @@ private slots:
             "[SongData2]\nBar=0\nId=7\nMarker=0\nSongMemo=\nSongTitle=Two\n");
         EditData data;
         data.readEdit(fileWith(content));
-        QCOMPARE(titles(data.ShowList.at(1)), QStringLiteral("One [MC]"));
+        QCOMPARE(titles(data.ShowList.at(1)), QString("One [MC]"));
         QCOMPARE(data.SongList.at(0).Bar, 3);
         const QString path = freshPath();
         data.writeEdit(path);
@@ -39,27 +39,27 @@ private slots:
         // What has no title is dropped and the rest moves up; keys that nobody reads stay.
         data.SongList[0].SongTitle.clear();
         data.ShowList[0].ShowTitle.clear();
-        data.ShowList[1].SetList[0] = {kSetTypeSpace, {}, QStringLiteral("Intro"), {}};
+        data.ShowList[1].SetList[0] = {kSetTypeSpace, {}, "Intro", {}};
         data.writeEdit(path);
         QCOMPARE(data.SongList.size(), 1U);
         QVERIFY(bytes(path).contains("[SongData2]"));
         data.readEdit(fileWith(bytes(path)));
         QVERIFY(data.SongList.size() == 1 && data.SongList[0].Id == 7 && data.MaxSongId == 7);
-        QVERIFY(data.ShowList.size() == 1 && data.ShowList[0].ShowTitle == QLatin1String("Gig"));
-        QCOMPARE(titles(data.ShowList[0]), QStringLiteral("[Intro] [MC]"));
+        QVERIFY(data.ShowList.size() == 1 && data.ShowList[0].ShowTitle == "Gig");
+        QCOMPARE(titles(data.ShowList[0]), QString("[Intro] [MC]"));
     }
 
     void keepsEveryText_data()
     {
         QTest::addColumn<QString>("text");
         const auto row = [](const char* name, const QString& text) { QTest::newRow(name) << text; };
-        row("all of Unicode", QStringLiteral(u"\u6b4c\u8a5e \U0001F3B5a\U00010FFFD"));
-        row("signs of INI files", QStringLiteral(" a,b;c=\"d\\e\" [f]/%41%2F#'g' "));
-        row("lines", QStringLiteral("a\r\nb\tc\n"));
-        row("NUL", QChar(0) + QStringLiteral("0"));
-        row("no value", QStringLiteral("@Invalid()"));
-        row("serialised values", QStringLiteral("@@Variant(\\0) =@Variant( ,@Variant("));
-        row("serialised after blanks", QStringLiteral("  @Variant(x), @DateTime("));
+        row("all of Unicode", "\u6b4c\u8a5e \U0001F3B5a\U00010FFFD");
+        row("signs of INI files", " a,b;c=\"d\\e\" [f]/%41%2F#'g' ");
+        row("lines", "a\r\nb\tc\n");
+        row("NUL", QString(1, QChar(0)) + "0");
+        row("no value", "@Invalid()");
+        row("serialised values", "@@Variant(\\0) =@Variant( ,@Variant(");
+        row("serialised after blanks", "  @Variant(x), @DateTime(");
         row("10,000 characters", QString(10'000, QChar(0x6b4c)));
     }
 
@@ -122,7 +122,7 @@ private slots:
                                "SetData8\\SetType=1\n"));
         QVERIFY(data.SongList.size() == 4 && data.SongList[0].Bar == 0 && data.MaxSongId == 7);
         // Entries 6 and 7 are not in the file and read as those of the song with Id 0.
-        QCOMPARE(titles(data.ShowList.at(0)), QStringLiteral("First [] First Zero Zero"));
+        QCOMPARE(titles(data.ShowList.at(0)), QString("First [] First Zero Zero"));
         QVERIFY(data.ShowList.size() == 2 && data.ShowList[1].SetList.empty());
         data.readEdit(freshPath());
         QVERIFY(data.SongList.empty() && data.ShowList.empty() && data.MaxSongId == 0);
@@ -159,15 +159,15 @@ private slots:
         QTEST(data.SongList.size(), "songs");
         QTEST(data.ShowList.empty() ? 0 : data.ShowList.back().SetList.size(), "entries");
 
-        data.SongList = {{1, QStringLiteral("One"), {}, 0, 0}};
+        data.SongList = {{1, "One", {}, 0, 0}};
         data.writeEdit(path);
         data.readEdit(path);
-        QCOMPARE(data.SongList.at(0).SongTitle, QStringLiteral("One"));
+        QCOMPARE(data.SongList.at(0).SongTitle, QString("One"));
     }
 
 private:
-    const QString titleInTheFile = QStringLiteral(u"Caf\u00e9 \u65e5 \U0001F3B5");
+    const QString titleInTheFile = "Caf\u00e9 \u65e5 \U0001F3B5";
 };
 
-VELT_TEST_MAIN(SetListFileTest)
+VELT_TEST_MAIN(TestSetListFile)
 #include "tst_setlistfile.moc"

@@ -97,7 +97,7 @@ bool run(const QStringList& titles)
 } // namespace
 
 // How files are saved: disks that fail, processes that are killed, two at a time.
-class SettingsFileTest : public FileTest
+class TestSettingsFile : public FileTest
 {
     Q_OBJECT
 
@@ -311,5 +311,5 @@ private:
     const QByteArray wholeFile = "[General]\n" + longLine + "B=20\nZ=1\n\n[zoo]\nZ=1\n";
 };
 
-VELT_TEST_MAIN(SettingsFileTest)
+VELT_TEST_MAIN(TestSettingsFile)
 #include "tst_settingsfile.moc"
