@@ -17,8 +17,9 @@ struct CheckFacts
     QString folder;
     std::vector<std::pair<QString, SettingsFileState>> files; // The set-list file first.
     QVariantMap setListKeys;                                  // All that the set-list file holds.
-    bool isSetListParsed = true; // False if it has lines that are no settings.
-    QString backupPath;          // Of the set-list file; empty if there is none.
+    bool isSetListParsed = true;   // False if it has lines that are no settings.
+    QString backupPath;            // Of the set-list file; empty if there is none.
+    bool isPreferenceWhole = true; // False if it has such lines, or lacks what all files have.
 
     bool isMac = false;
     bool canType = false; // Into other programs. Without an X server they cannot be seen either.
@@ -26,8 +27,8 @@ struct CheckFacts
 
     struct Port
     {
-        bool isThere = false; // The program would open the chosen one now.
-        QStringList present;  // Except VELT's own.
+        QString opened;      // What the window would open now; empty if nothing.
+        QStringList present; // Except VELT's own.
     };
     QString midiSystem;       // Empty: none runs. As MidiPort::systemName() has it.
     QString wantedMidiSystem; // Empty: any.

@@ -11,6 +11,7 @@
 
 #include <RtMidi.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <future>
@@ -38,6 +39,17 @@ void gatherFiles(CheckFacts& facts)
         {text("shows (VELTSetting.ini)"), settingsFileState(setListFilePath())},
         {text("preferences (VELTPreference.ini)"), settingsFileState(preferenceFilePath())},
         {text("window places (DispStatus.ini)"), settingsFileState(displayStatusFilePath())}};
+    const SettingsFileState preferences = facts.files[1].second;
+    if (preferences != SettingsFileState::Missing && preferences != SettingsFileState::Unreadable) {
+        readSettingsFile(preferenceFilePath(), [&facts](const QSettings& file) {
+            const char* const always[] = {"Mode", "MidiInPort", "ShortcutMidiInPort", "MidiOutPort",
+                                          "DeviceId"};
+            facts.isPreferenceWhole =
+                file.status() == QSettings::NoError &&
+                std::all_of(std::begin(always), std::end(always),
+                            [&file](const char* key) { return file.contains(text(key)); });
+        });
+    }
 }
 
 void gatherPrograms(CheckFacts& facts)
@@ -58,7 +70,8 @@ CheckFacts::Port portOf(MidiPort& midi, const QString& chosen)
 {
     static const QRegularExpression notOwn(QStringLiteral("^(?!RtMidi)"));
     try {
-        return {midi.indexOf(chosen) != -1, midi.getPorts().filter(notOwn)};
+        const QStringList ports = midi.getPorts();
+        return {ports.value(midi.indexOf(chosen)), ports.filter(notOwn)};
     } catch (const RtMidiError&) {
         return {};
     }

@@ -4,6 +4,8 @@
 #include "deviceid.h"
 #include "findings.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
 #include <numeric>
 
@@ -58,7 +60,8 @@ QString wayToDaw(const QString& daw, const QStringList& programs)
         return modeOfProcess(program) != -1;
     });
     if (other != programs.end()) {
-        return text("%1 is: in Pref. choose its Mode, OK. Or start %2", quoted(*other), daw);
+        return text("%1 is: in Pref. choose its Mode, look at all three ports, OK. Or start %2",
+                    quoted(*other), daw);
     }
     const QString like = nameLike(daw, programs);
     return like.isEmpty() ? text("Start it, and leave its window open")
@@ -67,31 +70,50 @@ QString wayToDaw(const QString& daw, const QStringList& programs)
                                  like, daw);
 }
 
-QString wayToPort(const QString& chosen, const QStringList& present)
+QString wayToPort(const CheckFacts& facts, const QString& chosen, const QStringList& present)
 {
-    if (present.isEmpty()) {
-        return text("Nor is any other: put MIDI right first");
-    }
     const QString like = nameLike(chosen, present);
-    return like.isEmpty() ? text("Plug in its device or start its program, or choose another (%1). "
-                                 "Then Pref., look at all three ports, OK",
-                                 listed(present))
-                          : text("%1 is: if that is the one, choose it in Pref., OK", like);
+    if (!like.isEmpty()) {
+        return text("%1 is: if that is the one, choose it in Pref., look at all three ports, OK",
+                    like);
+    }
+    const bool mayBeOnJack = facts.midiSystem == text("ALSA") && facts.wantedMidiSystem.isEmpty();
+    return text("Plug in its device or start its program%1. Then Pref., look at all three ports, "
+                "OK%2",
+                present.isEmpty() ? QString() : text(", or choose another (%1)", listed(present)),
+                text(mayBeOnJack ? ". Is it on JACK? Then start VELT as VELT_MIDI=jack velt" : ""));
 }
 
-void checkPort(const char* field, const QString& chosen, const CheckFacts::Port& port,
-               Severity ifNotChosen, const char* without, Findings& findings)
+// Two devices of one name: ALSA's numbers, which may change, are all that tells them apart.
+bool isOneOfSeveral(const CheckFacts& facts, const CheckFacts::Port& port)
+{
+    static const QRegularExpression numbers(QStringLiteral(" [0-9]+:[0-9]+\\z"));
+    return port.present.count(port.opened) > 1 ||
+           (facts.midiSystem == text("ALSA") && port.opened.contains(numbers));
+}
+
+void checkPort(const CheckFacts& facts, const char* field, const QString& chosen,
+               const CheckFacts::Port& port, Severity ifNotChosen, const char* without,
+               Findings& findings)
 {
     const QString name = text(field);
     const QString harm = text(without);
     if (chosen.isEmpty()) {
-        findings.add(ifNotChosen, "%1: no port is chosen; %2. Choose it in Pref., OK", name, harm);
+        findings.add(ifNotChosen,
+                     "%1: no port is chosen; %2. Choose it in Pref., look at all three ports, OK",
+                     name, harm);
     } else if (chosen.startsWith(QLatin1String("RtMidi"))) {
-        findings.problem("%1: %2 is VELT's own; %3. Choose another in Pref., OK", name,
-                         quoted(chosen), harm);
-    } else if (!port.isThere) {
+        findings.problem("%1: %2 is VELT's own; %3. Choose another in Pref., look at all three "
+                         "ports, OK",
+                         name, quoted(chosen), harm);
+    } else if (port.opened.isEmpty()) {
         findings.problem("%1: %2 is not there; %3. %4", name, quoted(chosen), harm,
-                         wayToPort(chosen, port.present));
+                         wayToPort(facts, chosen, port.present));
+    } else if (isOneOfSeveral(facts, port)) {
+        findings.add(Severity::Note,
+                     "%1: VELT opens %2, one of several ports of that name. Try whether it is the "
+                     "right one. If not, choose another in Pref., look at all three ports, OK",
+                     name, quoted(port.opened));
     } else {
         findings.add(Severity::Ok, "%1: %2 is there", name, quoted(chosen));
     }
@@ -129,7 +151,7 @@ void checkDaw(const CheckFacts& facts, Findings& findings)
     const QString daw = mode.daw.process;
     if (!mode.number) {
         findings.problem("DAW: no Mode is chosen, so LOCATE types nothing. "
-                         "Choose it in Pref., OK");
+                         "Choose it in Pref., look at all three ports, OK");
     } else if (facts.programs.contains(daw)) {
         findings.add(Severity::Ok, "DAW: %1 is running", quoted(daw));
     } else if (facts.canType || facts.isMac) {
@@ -154,6 +176,11 @@ void checkFiles(const CheckFacts& facts, Findings& findings)
         {State::Missing, Severity::Ok, "Files: not there yet, VELT will make them: %1 in %2"},
         {State::Usable, Severity::Ok, "Files: can be read and saved: %1 in %2"},
     };
+    if (!facts.isPreferenceWhole) {
+        findings.problem("Files: the preferences (VELTPreference.ini) are damaged; what cannot be "
+                         "read is as at the first start. Look at everything in Pref., put it "
+                         "right, OK");
+    }
     for (const auto& [state, severity, pattern] : outcomes) {
         QStringList names;
         for (const auto& [name, stateOfFile] : facts.files) {
@@ -196,14 +223,20 @@ void checkMidi(const CheckFacts& facts, Findings& findings)
         findings.add(Severity::Ok, "MIDI: %1; inputs %2; outputs %3", facts.midiSystem,
                      listed(inputs), listed(outputs));
     }
-    checkPort("DAW Midi Output", facts.data.MidiOutPort, facts.dawOutput, Severity::Problem,
+    checkPort(facts, "DAW Midi Output", facts.data.MidiOutPort, facts.dawOutput, Severity::Problem,
               "LOCATE does not stop the DAW, DAW PLAY and DAW STOP do nothing", findings);
-    checkPort("Midi Controller Input", facts.data.ShortcutMidiInPort, facts.controllerInput,
+    checkPort(facts, "Midi Controller Input", facts.data.ShortcutMidiInPort, facts.controllerInput,
               Severity::Note, "the foot switch does nothing", findings);
-    checkPort("DAW Midi Input", facts.data.MidiInPort, facts.dawInput, Severity::Note,
+    checkPort(facts, "DAW Midi Input", facts.data.MidiInPort, facts.dawInput, Severity::Note,
               "AutoStop and AutoLocate do nothing at the end of a song", findings);
     if (facts.data.DeviceIdValue > kHighestDeviceId) {
-        findings.problem("MMC DeviceID: no DAW has the number %1. Type 7F in Pref., OK",
-                         formatDeviceId(facts.data.DeviceIdValue));
+        findings.problem(
+            "MMC DeviceID: no DAW has the number %1. Type 7F in Pref., look at all three "
+            "ports, OK",
+            formatDeviceId(facts.data.DeviceIdValue));
+    } else if (facts.data.DeviceIdValue == 0) {
+        findings.add(Severity::Note,
+                     "MMC DeviceID: it is 00, so only a DAW that has this ID stops and plays. 7F "
+                     "is meant for all: type it in Pref., look at all three ports, OK");
     }
 }

@@ -54,7 +54,7 @@ inline void warnOfMissingBackEnd(const std::string& name)
 template <class Port>
 std::unique_ptr<Port> namedBackEnd(const std::string& clientName)
 {
-    const std::string name = qgetenv("VELT_MIDI").toStdString();
+    const std::string name = qgetenv("VELT_MIDI").toLower().toStdString();
     if (name.empty()) {
         return nullptr;
     }

@@ -23,8 +23,10 @@ CheckFacts goodMachine()
     facts.data.MidiOutPort = "MMC:in";
     facts.data.ShortcutMidiInPort = "Pedal:notes";
     facts.data.MidiInPort = "DAW:notes";
-    facts.dawOutput = {true, {"MMC:in"}};
-    facts.controllerInput = facts.dawInput = {true, {"Pedal:notes", "DAW:notes"}};
+    facts.data.DeviceIdValue = 0x7F;
+    facts.dawOutput = {"MMC:in", {"MMC:in"}};
+    facts.controllerInput = {"Pedal:notes", {"Pedal:notes", "DAW:notes"}};
+    facts.dawInput = {"DAW:notes", {"Pedal:notes", "DAW:notes"}};
     return facts;
 }
 
@@ -90,7 +92,8 @@ void TestCheck::machine_data()
         [](CheckFacts& facts) { facts.programs.last() = "pro tools 2024"; },
         {"'pro tools 2024' is, but VELT types only into a program named exactly 'Pro Tools'"});
     row("the other DAW", [](CheckFacts& facts) { facts.data.Mode = kModeStudioOneBars; },
-        {"'Studio One' is not running. 'Pro Tools' is: in Pref. choose its Mode"});
+        {"'Studio One' is not running. 'Pro Tools' is: in Pref. choose its Mode, look at all three "
+         "ports, OK"});
     row("no mode", [](CheckFacts& facts) { facts.data.Mode = 4; },
         {"problem DAW: no Mode is chosen"});
     row("no X server", [](CheckFacts& facts) { facts.canType = false, facts.programs.clear(); },
@@ -101,13 +104,32 @@ void TestCheck::machine_data()
         },
         {"problem DAW: this Mac does not let VELT type", "is not running"});
     row("a port that has gone", [](CheckFacts& facts) { facts.dawOutput = missing({"Synth"}); },
-        {"do nothing. Plug in its device or start its program, or choose another ('Synth')"});
+        {"do nothing. Plug in its device or start its program, or choose another ('Synth'). "
+         "Then Pref., look at all three ports, OK"});
+    row("no output, and inputs", [](CheckFacts& facts) { facts.dawOutput = {}; },
+        {"Output: 'MMC:in' is not there; LOCATE does not stop the DAW, DAW PLAY and DAW STOP do "
+         "nothing. Plug in its device or start its program. Then"});
+    row("a port that may be on JACK",
+        [](CheckFacts& facts) {
+            facts.midiSystem = "ALSA";
+            facts.dawOutput = missing({"Synth"});
+        },
+        {"OK. Is it on JACK? Then start VELT as VELT_MIDI=jack velt"});
+    row("ports of one name",
+        [](CheckFacts& facts) {
+            facts.midiSystem = "ALSA";
+            facts.dawInput = {"DAW:notes 20:0", {"DAW:notes 20:0", "DAW:notes 24:0"}};
+        },
+        {"note DAW Midi Input: VELT opens 'DAW:notes 20:0', one of several ports of that name"});
+    row("ports of one name without numbers",
+        [](CheckFacts& facts) { facts.dawOutput.present += "MMC:in"; },
+        {"note DAW Midi Output: VELT opens 'MMC:in', one of several"});
     row("a port of nearly that name",
         [](CheckFacts& facts) {
             facts.controllerInput = missing({"DAW:notes", "pedals-notes", "Pedal"});
         },
         {"problem Midi Controller Input: 'Pedal:notes' is not there; the foot switch does nothing. "
-         "'pedals-notes' is: if that is the one"});
+         "'pedals-notes' is: if that is the one, choose it in Pref., look at all three ports, OK"});
     row("a port with an addition to its name",
         [](CheckFacts& facts) { facts.dawInput = missing({"xDAW:notes on the second machine"}); },
         {"'xDAW:notes on the second machine' is: if"});
@@ -133,6 +155,10 @@ void TestCheck::machine_data()
     row("this MIDI system", [](CheckFacts& facts) { facts.wantedMidiSystem = "jack"; }, {});
     row("a device ID that is none", [](CheckFacts& facts) { facts.data.DeviceIdValue = 0x80; },
         {"problem MMC DeviceID: no DAW has the number 80"});
+    row("the device ID of the first start", [](CheckFacts& facts) { facts.data.DeviceIdValue = 0; },
+        {"note MMC DeviceID: it is 00"});
+    row("damaged preferences", [](CheckFacts& facts) { facts.isPreferenceWhole = false; },
+        {"problem Files: the preferences (VELTPreference.ini) are damaged"});
     row("full disk", [](CheckFacts& facts) { facts.files[0].second = SettingsFileState::DiskFull; },
         {"problem Files: the disk is full, and VELT cannot save shows;"});
 }
