@@ -30,10 +30,16 @@ CheckFacts goodMachine()
     return facts;
 }
 
-// A chosen port that is not among these.
+// A chosen port that is opened as one of these.
+CheckFacts::Port opened(const QString& name, const QStringList& present)
+{
+    return {name, present};
+}
+
+// One that is not among these.
 CheckFacts::Port missing(const QStringList& present)
 {
-    return {false, present};
+    return opened({}, present);
 }
 
 // Without those that are ok.
@@ -118,7 +124,7 @@ void TestCheck::machine_data()
     row("ports of one name",
         [](CheckFacts& facts) {
             facts.midiSystem = "ALSA";
-            facts.dawInput = {"DAW:notes 20:0", {"DAW:notes 20:0", "DAW:notes 24:0"}};
+            facts.dawInput = opened("DAW:notes 20:0", {"DAW:notes 20:0", "DAW:notes 24:0"});
         },
         {"note DAW Midi Input: VELT opens 'DAW:notes 20:0', one of several ports of that name"});
     row("ports of one name without numbers",
