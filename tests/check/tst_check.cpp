@@ -165,6 +165,12 @@ void TestCheck::machine_data()
         {"note MMC DeviceID: it is 00"});
     row("damaged preferences", [](CheckFacts& facts) { facts.isPreferenceWhole = false; },
         {"problem Files: the preferences (VELTPreference.ini) are damaged"});
+    row("unreadable and read-only files",
+        [](CheckFacts& facts) {
+            facts.files = {{"shows", SettingsFileState::Unreadable},
+                           {"places", SettingsFileState::ReadOnly}};
+        },
+        {"problem Files: VELT cannot read shows and", "problem Files: VELT cannot save places;"});
     row("full disk", [](CheckFacts& facts) { facts.files[0].second = SettingsFileState::DiskFull; },
         {"problem Files: the disk is full, and VELT cannot save shows;"});
 }
