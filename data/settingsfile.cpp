@@ -47,23 +47,38 @@ std::optional<QByteArray> contents(const QString& path)
     return file.error() == QFileDevice::NoError ? std::optional(std::move(content)) : std::nullopt;
 }
 
+// Also what is no UTF-8: that is taken for Latin-1.
+QByteArray inUtf8(const QByteArray& bytes)
+{
+    const int size = static_cast<int>(bytes.size());
+    const bool isUtf8 = QString::fromUtf8(bytes.constData(), size).toUtf8() == bytes;
+    return isUtf8 ? bytes : QString::fromLatin1(bytes.constData(), size).toUtf8();
+}
+
 // The content of an INI file in UTF-8, with a mark by which QSettings of Qt 5 knows it. Written by
-// Qt 6 it is in UTF-8 already, by Qt 5 in ASCII; what a person wrote may be in Latin-1.
-QByteArray inMarkedUtf8(QByteArray content)
+// Qt 6 it is in UTF-8 already, by Qt 5 in ASCII; what a person wrote may be in Latin-1. Each line
+// is judged alone: a damaged byte garbles no other.
+QByteArray inMarkedUtf8(const QByteArray& content)
 {
     const auto isAscii = [](char byte) { return static_cast<signed char>(byte) >= 0; };
-    if (std::all_of(content.cbegin(), content.cend(), isAscii) || content.startsWith(kUtf8Mark)) {
+    if (std::all_of(content.cbegin(), content.cend(), isAscii)) {
         return content;
     }
-    const int size = static_cast<int>(content.size());
-    const bool isUtf8 = QString::fromUtf8(content.constData(), size).toUtf8() == content;
-    return kUtf8Mark + (isUtf8 ? content : QString::fromLatin1(content.constData(), size).toUtf8());
+    QByteArray result(kUtf8Mark);
+    auto start = content.startsWith(kUtf8Mark) ? result.size() : 0;
+    while (start < content.size()) {
+        // With the line feed in front, so that a mark in a later line is not skipped.
+        const auto end = content.indexOf('\n', start + 1);
+        result += inUtf8(content.mid(start, end < 0 ? -1 : end - start));
+        start = end < 0 ? content.size() : end;
+    }
+    return result;
 }
 
 // The content of an INI file as QSettings gets it.
-QByteArray forQSettings(QByteArray content)
+QByteArray forQSettings(const QByteArray& content)
 {
-    return escapeSerialisedValues(inMarkedUtf8(std::move(content)));
+    return escapeSerialisedValues(inMarkedUtf8(content));
 }
 
 // The file itself, where `path` may be a symbolic link to it. It need not exist yet.

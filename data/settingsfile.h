@@ -23,8 +23,8 @@ enum class SettingsFileState {
 SettingsFileState settingsFileState(const QString& path);
 
 // Reads an INI file as it is on the disk: `take` gets the values. A file that is missing or cannot
-// be read reads as one without keys; a serialised value that is no colour reads as text. Bytes that
-// are no UTF-8 are taken for Latin-1.
+// be read reads as one without keys; a serialised value that is no colour reads as text. A line
+// that is no UTF-8 is taken for Latin-1.
 void readSettingsFile(const QString& path, const std::function<void(const QSettings&)>& take);
 
 // Writes an INI file: `fill` sets the values. Returns true if the file now has them; otherwise it

@@ -88,6 +88,7 @@ private slots:
         const QByteArray utf8 = titleInTheFile.toUtf8();
         QTest::newRow("of Qt 5") << QByteArray() << QByteArray(R"("Caf\xe9 \x65e5 \xd83c\xdfb5")");
         QTest::newRow("of Qt 6") << QByteArray() << '"' + utf8 + '"';
+        QTest::newRow("of Qt 6, damaged elsewhere") << QByteArray("; \xe9\n") << '"' + utf8 + '"';
         QTest::newRow("by hand, UTF-8") << QByteArray("\xef\xbb\xbf") << utf8;
         QTest::newRow("by hand, Latin-1")
             << QByteArray("; \xe9\n") << QByteArray("Caf\xe9 \\x65e5 \\xd83c\\xdfb5");
