@@ -44,7 +44,7 @@ endfunction()
 function(velt_test name)
     cmake_parse_arguments(arg "" "TIMEOUT" "SOURCES;LIBS;LABELS" ${ARGN})
     if(NOT arg_TIMEOUT)
-        set(arg_TIMEOUT 120)
+        set(arg_TIMEOUT 300) # An emulated machine takes its time.
     endif()
     if(VELT_SANITIZE) # Several times as slow.
         math(EXPR arg_TIMEOUT "${arg_TIMEOUT} * 5")
