@@ -119,6 +119,26 @@ void checkPort(const CheckFacts& facts, const char* field, const QString& chosen
     }
 }
 
+// Of actions on one note, the window does the first.
+void checkNotes(const EditData& data, Findings& findings)
+{
+    const std::pair<const char*, std::int32_t> actions[] = {{"Song UP", data.NoteSongUp},
+                                                            {"Song DOWN", data.NoteSongDown},
+                                                            {"LOCATE", data.NoteLocate},
+                                                            {"DAW PLAY", data.NoteDawPlay},
+                                                            {"DAW STOP", data.NoteDawStop}};
+    for (auto action = std::begin(actions); action != std::end(actions); ++action) {
+        const auto first = std::find_if(std::begin(actions), action, [action](const auto& other) {
+            return other.second == action->second;
+        });
+        if (first != action) {
+            findings.problem("Midi Controller: %1 and %2 have the same note, so the foot switch "
+                             "does only %1. Give %2 another in Pref., look at all three ports, OK",
+                             text(first->first), text(action->first));
+        }
+    }
+}
+
 } // namespace
 
 QString quoted(const QString& name)
@@ -198,7 +218,7 @@ void checkMidi(const CheckFacts& facts, Findings& findings)
 {
     if (facts.isMidiStalled) {
         findings.problem(
-            "MIDI: the MIDI system does not answer. Start it anew (JACK: its server), then "
+            "MIDI: the MIDI system does not answer. Restart it (JACK: its server), then "
             "VELT and the DAW");
         return;
     }
@@ -229,6 +249,9 @@ void checkMidi(const CheckFacts& facts, Findings& findings)
               Severity::Note, "the foot switch does nothing", findings);
     checkPort(facts, "DAW Midi Input", facts.data.MidiInPort, facts.dawInput, Severity::Note,
               "AutoStop and AutoLocate do nothing at the end of a song", findings);
+    if (!facts.data.ShortcutMidiInPort.isEmpty()) {
+        checkNotes(facts.data, findings);
+    }
     if (facts.data.DeviceIdValue > kHighestDeviceId) {
         findings.problem(
             "MMC DeviceID: no DAW has the number %1. Type 7F in Pref., look at all three "

@@ -163,6 +163,10 @@ void TestCheck::machine_data()
         {"problem MMC DeviceID: no DAW has the number 80"});
     row("the device ID of the first start", [](CheckFacts& facts) { facts.data.DeviceIdValue = 0; },
         {"note MMC DeviceID: it is 00"});
+    row("two actions on one note",
+        [](CheckFacts& facts) { facts.data.NoteDawStop = facts.data.NoteSongDown; },
+        {"problem Midi Controller: Song DOWN and DAW STOP have the same note, so the foot switch "
+         "does only Song DOWN. Give DAW STOP another"});
     row("damaged preferences", [](CheckFacts& facts) { facts.isPreferenceWhole = false; },
         {"problem Files: the preferences (VELTPreference.ini) are damaged"});
     row("unreadable and read-only files",
