@@ -69,14 +69,11 @@ QString wayToDaw(const QString& daw, const QStringList& programs)
 
 QString wayToPort(const QString& chosen, const QStringList& present)
 {
-    if (present.isEmpty()) {
-        return text("Nor is any other: put MIDI right first");
-    }
     const QString like = nameLike(chosen, present);
-    return like.isEmpty() ? text("Plug in its device or start its program, or choose another (%1). "
-                                 "Then Pref., look at all three ports, OK",
-                                 listed(present))
-                          : text("%1 is: if that is the one, choose it in Pref., OK", like);
+    return like.isEmpty()
+               ? text("Plug in its device or start its program, or choose another port. Then "
+                      "Pref., look at all three ports, OK")
+               : text("%1 is: if that is the one, choose it in Pref., OK", like);
 }
 
 void checkPort(const char* field, const QString& chosen, const CheckFacts::Port& port,

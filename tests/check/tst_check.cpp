@@ -98,7 +98,8 @@ void TestCheck::machine_data()
         [](CheckFacts& facts) {
             facts.dawOutput = {false, {"Synth"}};
         },
-        {"do nothing. Plug in its device or start its program, or choose another ('Synth')"});
+        {"problem DAW Midi Output: 'MMC:in' is not there; LOCATE does not stop the DAW, DAW PLAY "
+         "and DAW STOP do nothing. Plug in"});
     row("a port of nearly that name",
         [](CheckFacts& facts) {
             facts.controllerInput = {false, {"DAW:notes", "pedals-notes", "Pedal"}};
