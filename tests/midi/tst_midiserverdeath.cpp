@@ -128,8 +128,9 @@ private slots:
 
         // Every way to ask something of it.
         server->suspend(true);
-        QTest::qWait(600);                // The cycle under way ends.
+        QTest::qWait(100);                // The cycle under way ends.
         ports.source.send({0x80, 24, 0}); // Arrives when it runs again: at a port that was closed.
+        QTest::qWait(500);
         expectWarning("JACK server does not answer");
         ports.out.sendRawMessage(kMmcStop);
         QVERIFY_EXCEPTION_THROWN(unopened.openVirtualPort("x"), RtMidiError);
