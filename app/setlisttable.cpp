@@ -216,16 +216,26 @@ void SetListTable::step(Qt::Key upOrDown)
     }
 }
 
-void SetListTable::keyPressEvent(QKeyEvent* event)
+bool SetListTable::event(QEvent* event)
 {
-    // Under X11, Qt reports most repeats as a release and a press with the same time.
-    const bool isRepeat = event->isAutoRepeat() ||
-                          (event->key() == releasedKey && event->timestamp() == releaseTimeMs);
-    if (isRepeat && event->key() != pressedKey) {
-        return;
+    // Not in keyPressEvent(), where QAbstractItemView puts a new event in place of a Tab.
+    return isForeignRepeat(event) || ExTableWidget::event(event);
+}
+
+bool SetListTable::isForeignRepeat(QEvent* event)
+{
+    if (event->type() != QEvent::KeyPress) {
+        return false;
     }
-    pressedKey = event->key();
-    ExTableWidget::keyPressEvent(event);
+    const auto* press = static_cast<QKeyEvent*>(event);
+    // Under X11, Qt reports most repeats as a release and a press with the same time.
+    const bool isRepeat = press->isAutoRepeat() ||
+                          (press->key() == releasedKey && press->timestamp() == releaseTimeMs);
+    if (isRepeat && press->key() != pressedKey) {
+        return true;
+    }
+    pressedKey = press->key();
+    return false;
 }
 
 void SetListTable::keyReleaseEvent(QKeyEvent* event)

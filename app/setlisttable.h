@@ -54,7 +54,7 @@ public:
     void storeOpenCell();
 
 protected:
-    void keyPressEvent(QKeyEvent* event) override;
+    bool event(QEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
     void inputMethodEvent(QInputMethodEvent* event) override;
 
@@ -73,6 +73,8 @@ private:
     };
     Typing suspendTyping(QLineEdit& editor); // Closes the editor without storing.
     void resumeTyping(int row, int column, const Typing& typing);
+
+    bool isForeignRepeat(QEvent* event);
 
     bool isRedrawing = false;
     // The key last pressed since the typing ended. Auto-repeats of any other key are dropped: that

@@ -142,9 +142,10 @@ private slots:
         EditData data = sampleData();
         data.Mode = mode;
         const WindowDriver velt(data);
-        for (const int column : {0, kCue}) { // The name of a space, and its cue.
-            QLineEdit* editor = velt.edit(1, column);
-            QTest::keyClick(editor, Qt::Key(key), modifiers);
+        const int last = velt.table->rowCount() - 1;
+        // A cell that Tab finds no cell after, the name of a space, and its cue.
+        for (const auto& [row, column] : {std::pair(last, kCue), {1, 0}, {1, kCue}}) {
+            QTest::keyClick(velt.edit(row, column), Qt::Key(key), modifiers);
             // The key is still held down; its repeats come in two ways.
             QWidget* receiver = velt.window.focusWidget();
             QKeyEvent repeat(QEvent::KeyPress, key, modifiers, {}, true);
