@@ -54,7 +54,7 @@ private slots:
         QTest::addColumn<QString>("text");
         const auto row = [](const char* name, const QString& text) { QTest::newRow(name) << text; };
         row("all of Unicode", "\u6b4c\u8a5e \U0001F3B5a\U00010FFFD");
-        row("signs of INI files", " a,b;c=\"d\\e\" [f]/%41%2F#'g' ");
+        row("signs of INI files", R"( a,b;c="d\e" [f]/%41%2F#'g' )");
         row("lines", "a\r\nb\tc\n");
         row("NUL", QString(1, QChar(0)) + "0");
         row("no value", "@Invalid()");
