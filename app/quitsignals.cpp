@@ -6,6 +6,7 @@
 #ifdef Q_OS_UNIX
 
 #include <QSocketNotifier>
+#include <QTimer>
 
 #include <array>
 #include <cerrno>
@@ -56,10 +57,13 @@ QuitSignals::QuitSignals()
         ::fcntl(end, F_SETFL, O_NONBLOCK);
     }
     auto* notifier = new QSocketNotifier(wakeUp[0], QSocketNotifier::Read, this);
-    connect(notifier, &QSocketNotifier::activated, this, [this, notifier] {
+    auto* idle = new QTimer(this); // Fires once all that was typed before is handled.
+    idle->setSingleShot(true);
+    connect(notifier, &QSocketNotifier::activated, idle, [notifier, idle] {
         notifier->setEnabled(false);
-        emit quitRequested();
+        idle->start();
     });
+    connect(idle, &QTimer::timeout, this, &QuitSignals::quitRequested);
     handle(onSignal);
 }
 

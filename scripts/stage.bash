@@ -35,7 +35,7 @@ await() { # await SECONDS COMMAND...: until the command succeeds
 
 has_alsa() { [ -c /dev/snd/seq ] && { : <>/dev/snd/seq; } 2>/dev/null; }
 start_midi() {
-    export VELT_MIDI=jack JACK_DEFAULT_SERVER=velt-stage-$$ JACK_NO_START_SERVER=1
+    export VELT_MIDI=jack JACK_DEFAULT_SERVER=velt-stage-$$-$RANDOM JACK_NO_START_SERVER=1
     start jackd jackd -n "$JACK_DEFAULT_SERVER" -r -t 200 -d dummy -r 48000 -p 256
     # Its socket is there before it accepts connections, which the kernel marks by this flag.
     await 10 grep " 00010000 .*/jack_${JACK_DEFAULT_SERVER}_" /proc/net/unix

@@ -210,11 +210,12 @@ private slots:
 
     void processesDoNotUndoEachOthersSaves()
     {
+        constexpr int kPatientMs = 120'000; // The lock is not fair.
         const QString path = freshPath();
         const auto saveEach = [&path](const QString& group) {
             bool isSaved = true;
             for (int n = 0; n < 100; ++n) {
-                isSaved = setValue(path, group + QString::number(n), n) && isSaved;
+                isSaved = setValue(path, group + QString::number(n), n, kPatientMs) && isSaved;
             }
             return isSaved;
         };
