@@ -127,10 +127,10 @@ void checkNotes(const EditData& data, Findings& findings)
                                                             {"LOCATE", data.NoteLocate},
                                                             {"DAW PLAY", data.NoteDawPlay},
                                                             {"DAW STOP", data.NoteDawStop}};
-    for (auto action = std::begin(actions); action != std::end(actions); ++action) {
-        const auto first = std::find_if(std::begin(actions), action, [action](const auto& other) {
-            return other.second == action->second;
-        });
+    for (const auto* action = std::begin(actions); action != std::end(actions); ++action) {
+        const auto* const first =
+            std::find_if(std::begin(actions), action,
+                         [action](const auto& other) { return other.second == action->second; });
         if (first != action) {
             findings.problem("Midi Controller: %1 and %2 have the same note, so the foot switch "
                              "does only %1. Give %2 another in Pref., look at all three ports, OK",
