@@ -19,9 +19,11 @@ class Receiver : public QWidget
             std::puts("active");
         } else if (event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease) {
             const auto* const key = static_cast<QKeyEvent*>(event);
+            // Versions of Qt differ in which keys they count to the keypad; the keysym says it too.
+            const Qt::KeyboardModifiers modifiers = key->modifiers() & ~Qt::KeypadModifier;
             std::printf("%s keysym %x modifiers %x%s\n",
                         event->type() == QEvent::KeyPress ? "press" : "release",
-                        key->nativeVirtualKey(), static_cast<unsigned>(key->modifiers()),
+                        key->nativeVirtualKey(), static_cast<unsigned>(modifiers),
                         key->isAutoRepeat() ? " repeated" : "");
         } else {
             return QWidget::event(event);
