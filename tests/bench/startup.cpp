@@ -22,7 +22,7 @@
 
 namespace {
 
-constexpr Target kTimeTarget{1.15};
+constexpr Target kTimeTarget{1.1};
 constexpr Target kMemoryTarget{1, 10};
 constexpr int kStarts = 21;
 constexpr int kEntries = 1000;
